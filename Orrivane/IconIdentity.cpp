@@ -1,0 +1,195 @@
+#include <Orrivane/IconIdentity.h>
+
+#include <Orrivane/platform/Accessibility.h>
+#include <Orrivane/platform/Platform.h>
+#include <Orrivane/platform/SystemLog.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orrivane {
+
+namespace {
+
+constexpr float messagingTimeout = 0.3F;
+constexpr double barHeightLimit = 40.0;
+constexpr double edgeSlack = 1.0;
+constexpr double matchLimit = 20.0;
+
+template <typename T>
+std::optional<T> attribute(Accessibility& accessibility, const AccessibilityElement& element,
+                           std::string_view name) {
+    auto value = accessibility.copyAttributeValue(element, name);
+    if (!value)
+        return std::nullopt;
+    if (auto* typed = std::get_if<T>(&*value))
+        return std::move(*typed);
+    return std::nullopt;
+}
+
+std::vector<AccessibilityElement> copyChildren(Accessibility& accessibility,
+                                               const AccessibilityElement& element) {
+    std::vector<AccessibilityElement> children;
+    const auto members = attribute<AccessibilityElementList>(accessibility, element, "AXChildren");
+    if (!members)
+        return children;
+    for (const auto& member : *members)
+        if (member)
+            children.push_back(*member);
+    return children;
+}
+
+std::optional<Rect> frameOf(Accessibility& accessibility, const AccessibilityElement& element) {
+    if (const auto frame = attribute<Rect>(accessibility, element, "AXFrame"))
+        return frame;
+    const auto position = attribute<Point>(accessibility, element, "AXPosition");
+    const auto size = attribute<Size>(accessibility, element, "AXSize");
+    if (!position || !size)
+        return std::nullopt;
+    return Rect{*position, *size};
+}
+
+AccessibilityElement applicationElement(Accessibility& accessibility, std::int32_t pid) {
+    auto element = accessibility.applicationElement(pid);
+    accessibility.setMessagingTimeout(element, messagingTimeout);
+    return element;
+}
+
+std::string nameOf(const RunningApplication& application) {
+    if (application.localizedName)
+        return *application.localizedName;
+    return application.bundleIdentifier.value_or("App");
+}
+
+void appendOwners(Accessibility& accessibility, const RunningApplication& application,
+                  std::vector<IconOwner>& owners) {
+    const auto element = applicationElement(accessibility, application.processIdentifier);
+    const auto extras = attribute<AccessibilityElement>(accessibility, element, "AXExtrasMenuBar");
+    if (!extras)
+        return;
+    const auto name = nameOf(application);
+    for (const auto& child : copyChildren(accessibility, *extras))
+        if (const auto frame = frameOf(accessibility, child))
+            owners.push_back({child, name, application.processIdentifier, *frame});
+}
+
+bool perform(std::string_view action, const IconOwner& owner, Accessibility& accessibility,
+             SystemLog& log) {
+    const int error = accessibility.performAction(owner.element, action);
+    if (error == 0)
+        return true;
+    log.write("Orrivane: " + std::string(action) + " failed for " + owner.appName + " (pid " +
+              std::to_string(owner.pid) + "): AXError " + std::to_string(error));
+    return false;
+}
+
+double distanceFromBarEnd(const Rect& frame, std::span<const ScreenDescription> screens) {
+    return IconIdentity::barRightEdge(frame, screens) - frame.midX();
+}
+
+} // namespace
+
+std::vector<IconOwner> IconIdentity::resolveOwners() {
+    return resolveOwners(Platform::installed().accessibility);
+}
+
+bool IconIdentity::press(const IconOwner& owner) {
+    const auto& platform = Platform::installed();
+    return press(owner, platform.accessibility, platform.log);
+}
+
+bool IconIdentity::hasOpenMenu(const IconOwner& owner) {
+    return hasOpenMenu(owner, Platform::installed().accessibility);
+}
+
+std::optional<double> IconIdentity::frontmostMenuWidth() {
+    return frontmostMenuWidth(Platform::installed().accessibility);
+}
+
+std::vector<IconOwner> IconIdentity::resolveOwners(Accessibility& accessibility) {
+    std::vector<IconOwner> owners;
+    for (const auto& application : accessibility.runningApplications())
+        if (application.processIdentifier >= 1)
+            appendOwners(accessibility, application, owners);
+    return owners;
+}
+
+bool IconIdentity::press(const IconOwner& owner, Accessibility& accessibility, SystemLog& log) {
+    return perform("AXPress", owner, accessibility, log);
+}
+
+bool IconIdentity::showMenu(const IconOwner& owner, Accessibility& accessibility, SystemLog& log) {
+    return perform("AXShowMenu", owner, accessibility, log);
+}
+
+bool IconIdentity::hasOpenMenu(const IconOwner& owner, Accessibility& accessibility) {
+    return std::ranges::any_of(copyChildren(accessibility, owner.element), [&](const auto& child) {
+        return attribute<std::string>(accessibility, child, "AXRole") == "AXMenu";
+    });
+}
+
+std::optional<double> IconIdentity::frontmostMenuWidth(Accessibility& accessibility) {
+    auto application = accessibility.menuBarOwningApplication();
+    if (!application)
+        application = accessibility.frontmostApplication();
+    if (!application)
+        return std::nullopt;
+    const auto element = applicationElement(accessibility, application->processIdentifier);
+    const auto bar = attribute<AccessibilityElement>(accessibility, element, "AXMenuBar");
+    if (!bar)
+        return std::nullopt;
+    const auto barFrame = frameOf(accessibility, *bar);
+    std::vector<std::optional<Rect>> frames;
+    for (const auto& child : copyChildren(accessibility, *bar))
+        frames.push_back(frameOf(accessibility, child));
+    return menuWidth(barFrame, frames);
+}
+
+double IconIdentity::barRightEdge(const Rect& rect, std::span<const ScreenDescription> screens) {
+    if (screens.empty())
+        return rect.maxX();
+    const Rect& primary = screens.front().frame;
+    for (const auto& [frame, inset, left, right] : screens) {
+        const double top = primary.maxY() - frame.maxY();
+        if (std::abs(rect.minY() - top) < barHeightLimit &&
+            rect.minX() >= frame.minX() - edgeSlack && rect.maxX() <= frame.maxX() + edgeSlack)
+            return frame.maxX();
+    }
+    return primary.maxX();
+}
+
+std::optional<IconOwner> IconIdentity::owner(const StatusItemWindow& window,
+                                             std::span<const IconOwner> owners,
+                                             std::span<const ScreenDescription> screens) {
+    const double target = distanceFromBarEnd(window.frame, screens);
+    const IconOwner* best = nullptr;
+    double bestDistance = std::numeric_limits<double>::max();
+    for (const auto& candidate : owners) {
+        const double distance = std::abs(distanceFromBarEnd(candidate.frame, screens) - target);
+        if (distance < bestDistance) {
+            bestDistance = distance;
+            best = &candidate;
+        }
+    }
+    if (!best || bestDistance > matchLimit)
+        return std::nullopt;
+    return *best;
+}
+
+std::optional<double> IconIdentity::menuWidth(const std::optional<Rect>& bar,
+                                              std::span<const std::optional<Rect>> children) {
+    std::optional<double> maxRight;
+    std::optional<double> minLeft;
+    for (const auto& child : children) {
+        if (!child)
+            continue;
+        maxRight = std::max(maxRight.value_or(child->maxX()), child->maxX());
+        minLeft = std::min(minLeft.value_or(child->minX()), child->minX());
+    }
+    if (!maxRight)
+        return std::nullopt;
+    return *maxRight - (bar ? bar->minX() : *minLeft);
+}
+
+} // namespace orrivane
