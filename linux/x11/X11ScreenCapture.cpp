@@ -1,0 +1,142 @@
+#include <linux/x11/X11ScreenCapture.h>
+
+#include <linux/x11/Resample.h>
+
+#include <xcb/composite.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace orrivane::x11 {
+
+namespace {
+constexpr double pixelsPerPoint = 2; // of a captured image
+}
+
+struct X11ScreenCapture::Sent {
+    Job job;
+    StatusItem item;
+    PixelReader::Read read;
+};
+
+X11ScreenCapture::X11ScreenCapture(Connection& connection, MainLoop& loop, X11Screens& screens,
+                                   WindowTree& tree, StatusItems& items)
+    : connection_(connection)
+    , loop_(loop)
+    , screens_(screens)
+    , tree_(tree)
+    , items_(items)
+    , reader_(connection)
+    , redirection_(connection)
+    , self_(std::make_shared<X11ScreenCapture*>(this)) {}
+
+void X11ScreenCapture::shareableContent(
+    std::function<void(std::optional<ShareableContent>)> completion) {
+    ShareableContent content;
+    for (const auto& entry : items_.entries())
+        if (entry.number && entry.bounds)
+            content.windows.push_back({*entry.number, *entry.bounds, nullptr});
+    if (!connection_.isResponsive() || connection_.isLost())
+        return completion(std::nullopt);
+    completion(std::move(content));
+}
+
+void X11ScreenCapture::captureImage(const ShareableWindow& window,
+                                    const CaptureConfiguration& configuration,
+                                    std::function<void(std::optional<Image>)> completion) {
+    jobs_.push_back({window.windowID, configuration, std::move(completion)});
+    if (std::exchange(flushPosted_, true))
+        return;
+    loop_.post([weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock())
+            (*self)->flushJobs();
+    });
+}
+
+void X11ScreenCapture::flushJobs() {
+    flushPosted_ = false;
+    auto jobs = std::exchange(jobs_, {});
+    items_.current();
+    const bool firstTry = std::ranges::none_of(jobs, &Job::waited);
+    if (firstTry)
+        endRedirectionsNotIn(jobs);
+    std::vector<Sent> sent;
+    for (auto& job : jobs) {
+        const auto* item = items_.find(job.window);
+        if (!item) {
+            job.completion(std::nullopt);
+            continue;
+        }
+        if (const auto read = begin(job, *item))
+            sent.push_back({std::move(job), *item, *read});
+        else
+            waiting_.push_back(std::move(job));
+    }
+    receive(std::move(sent));
+    if (!waiting_.empty() && !settle_)
+        settle_ = loop_.wakeUp(Redirection::settleTime, [this] {
+            settle_.reset();
+            std::ranges::move(std::exchange(waiting_, {}), std::back_inserter(jobs_));
+            flushJobs();
+        });
+}
+
+std::optional<PixelReader::Read> X11ScreenCapture::begin(Job& job, const StatusItem& item) {
+    const PixelRect whole{0, 0, item.rect.width, item.rect.height};
+    if (redirection_.contains(item.window, item.serial))
+        return reader_.sendRedirected(item.window, whole);
+    if (job.waited || !somethingLiesOver(item))
+        return reader_.send(item.window, whole);
+    redirection_.begin(item.window, item.serial);
+    redirected_.push_back(item.window);
+    job.waited = true;
+    return std::nullopt;
+}
+
+bool X11ScreenCapture::somethingLiesOver(const StatusItem& item) const {
+    const auto* icon = tree_.find(item.window);
+    const auto* top = icon ? tree_.topLevel(*icon) : nullptr;
+    return top && std::ranges::any_of(tree_.above(*top), [&](const TreeWindow* window) {
+               return tree_.rootRect(*window).intersects(item.rect);
+           });
+}
+
+void X11ScreenCapture::receive(std::vector<Sent> sent) {
+    const auto until = Connection::deadline();
+    for (auto& one : sent) {
+        const auto icon = reader_.receive(one.read, until);
+        one.job.completion(icon ? std::optional(place(*icon, one)) : std::nullopt);
+    }
+}
+
+Image X11ScreenCapture::place(const PixelImage& icon, const Sent& sent) const {
+    const double factor = pixelsPerPoint / screens_.scale();
+    const double top = (sent.item.rect.y - sent.item.band.minY()) * factor;
+    const auto& [width, height, cursor, resolution] = sent.job.configuration;
+    return Image(onCanvas(icon, width, height, factor, std::round(top)));
+}
+
+void X11ScreenCapture::endRedirectionsNotIn(const std::vector<Job>& jobs) {
+    std::erase_if(redirected_, [&](std::uint32_t window) {
+        if (std::ranges::find(jobs, window, &Job::window) != jobs.end())
+            return false;
+        if (tree_.find(window))
+            redirection_.end(window);
+        else
+            redirection_.forget(window);
+        return true;
+    });
+}
+
+bool X11ScreenCapture::preflightAccess() {
+    if (!permitted_) {
+        const auto probe = reader_.send(connection_.root(), {0, 0, 1, 1});
+        const bool readable = reader_.receive(probe, Connection::deadline()) != nullptr;
+        if (!connection_.isResponsive())
+            return false; // not decided: the server has not answered yet
+        permitted_ = readable && connection_.has(&xcb_composite_id);
+    }
+    return *permitted_;
+}
+
+} // namespace orrivane::x11
