@@ -1,0 +1,93 @@
+#include <linux/qt/AccessibilityBus.h>
+
+#include <QDBusPendingCall>
+#include <QFile>
+
+#include <algorithm>
+
+namespace orrivane {
+
+namespace {
+
+// A bus call with no time left still needs a positive time-out.
+int remaining(const QDeadlineTimer& deadline) {
+    return static_cast<int>(std::clamp<qint64>(deadline.remainingTime(), 1, 10'000));
+}
+
+// Without this the bus library would start a session bus of its own.
+bool hasSessionBus() {
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+}
+
+QString uniqueName() {
+    static int count = 0;
+    return QStringLiteral("orrivane-accessibility-%1").arg(++count);
+}
+
+} // namespace
+
+AccessibilityBus::AccessibilityBus(std::optional<QDBusConnection> session)
+    : session_(std::move(session))
+    , name_(uniqueName()) {}
+
+AccessibilityBus::~AccessibilityBus() {
+    disconnect();
+}
+
+bool AccessibilityBus::connect(const QDeadlineTimer& deadline) {
+    if (bus_ && bus_->isConnected())
+        return true;
+    disconnect();
+    const auto where = address(deadline);
+    if (!where.startsWith(QLatin1String("unix:")))
+        return false;
+    // As a peer, because connecting to a bus would wait for its greeting without a bound.
+    bus_ = QDBusConnection::connectToPeer(where, name_);
+    const auto greeting = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("Hello"));
+    if (bus_->isConnected() &&
+        call({greeting}, deadline).front().type() == QDBusMessage::ReplyMessage)
+        return true;
+    disconnect();
+    return false;
+}
+
+std::vector<QDBusMessage> AccessibilityBus::call(const std::vector<QDBusMessage>& calls,
+                                                 const QDeadlineTimer& deadline) {
+    std::vector<QDBusPendingCall> pending;
+    pending.reserve(calls.size());
+    for (const auto& each : calls)
+        pending.push_back(bus_->asyncCall(each, remaining(deadline)));
+    std::vector<QDBusMessage> replies;
+    replies.reserve(calls.size());
+    for (auto& each : pending) {
+        each.waitForFinished();
+        replies.push_back(each.reply());
+    }
+    return replies;
+}
+
+QString AccessibilityBus::address(const QDeadlineTimer& deadline) const {
+    if (!session_ && !hasSessionBus())
+        return {};
+    auto question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
+    question.setAutoStartService(false);
+    const auto session = session_ ? *session_ : QDBusConnection::sessionBus();
+    const auto reply = session.call(question, QDBus::Block, remaining(deadline));
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("s"))
+        return {};
+    return reply.arguments().front().toString();
+}
+
+void AccessibilityBus::disconnect() {
+    if (!bus_)
+        return;
+    bus_.reset();
+    QDBusConnection::disconnectFromPeer(name_);
+}
+
+} // namespace orrivane

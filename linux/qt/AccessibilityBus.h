@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDeadlineTimer>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace orrivane {
+
+/// The bus on which applications offer their accessible trees. Each operation ends with the
+/// deadline it is given, even when the bus or an application on it hangs.
+class AccessibilityBus {
+  public:
+    /// `session` is where the bus is asked for; absent: the user's session bus.
+    explicit AccessibilityBus(std::optional<QDBusConnection> session);
+    AccessibilityBus(const AccessibilityBus&) = delete;
+    AccessibilityBus& operator=(const AccessibilityBus&) = delete;
+    ~AccessibilityBus();
+
+    /// Connects if need be. False: there is no such bus, or it did not answer in time. Never starts
+    /// one: without a bus there is no application on it either.
+    bool connect(const QDeadlineTimer& deadline);
+
+    /// Sends all calls before it waits for the first reply. Replies in the order of the calls; an
+    /// unanswered one is an error message.
+    std::vector<QDBusMessage> call(const std::vector<QDBusMessage>& calls,
+                                   const QDeadlineTimer& deadline);
+
+  private:
+    [[nodiscard]] QString address(const QDeadlineTimer& deadline) const;
+    void disconnect();
+
+    std::optional<QDBusConnection> session_;
+    QString name_;
+    std::optional<QDBusConnection> bus_;
+};
+
+} // namespace orrivane

@@ -1,0 +1,143 @@
+#include <linux/qt/DrawingPainter.h>
+
+#include <linux/qt/ImageScaling.h>
+#include <linux/qt/RoleColors.h>
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace orrivane {
+
+namespace {
+
+// How far along an edge a continuous corner begins, in radii. A circular one begins at 1.
+constexpr double continuousReach = 1.528665;
+
+// One cubic a corner, through the point where the circle of that radius crosses the diagonal; with
+// a reach of one radius it is that circle.
+struct CornerCurve {
+    double reach;  // from the corner to where the edge begins to bend
+    double handle; // from the corner to the control point
+};
+
+CornerCurve cornerCurve(const RoundedRectangle& shape, const QRectF& rect, double scale) {
+    const double longest = std::min(rect.width(), rect.height()) / 2;
+    const double radius = std::min(shape.cornerRadius * scale, longest);
+    const double wanted = shape.corners == CornerStyle::continuous ? continuousReach : 1;
+    const double reach = std::min(radius * wanted, longest);
+    const double diagonal = radius * (1 - std::sqrt(0.5));
+    return {reach, std::max(0.0, (8 * diagonal - reach) / 3)};
+}
+
+QPainterPath roundedPath(const QRectF& rect, const CornerCurve& curve) {
+    const std::array<QPointF, 4> corners{rect.topLeft(), rect.topRight(), rect.bottomRight(),
+                                         rect.bottomLeft()};
+    const std::array<QPointF, 4> along{QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0),
+                                       QPointF(0, -1)};
+    QPainterPath path;
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const auto in = -along[(i + 3) % 4];
+        const auto out = along[i];
+        const auto start = corners[i] + in * curve.reach;
+        if (i == 0)
+            path.moveTo(start);
+        else
+            path.lineTo(start);
+        path.cubicTo(corners[i] + in * curve.handle, corners[i] + out * curve.handle,
+                     corners[i] + out * curve.reach);
+    }
+    path.closeSubpath();
+    return path;
+}
+
+// A whole number of source pixels a target pixel needs no interpolation, if it begins on one.
+double sourceOrigin(double available, double taken, double step) {
+    const double centered = (available - taken) / 2;
+    return std::abs(step - std::round(step)) < 1e-9 ? std::floor(centered) : centered;
+}
+
+struct Placement {
+    QRectF source; // image pixels
+    QRect target;  // device pixels
+};
+
+Placement placement(const QSizeF& size, const QRect& target, ContentMode mode) {
+    if (mode == ContentMode::stretch)
+        return {QRectF(QPointF(), size), target};
+    const double x = target.width() / size.width();
+    const double y = target.height() / size.height();
+    if (mode == ContentMode::fill) {
+        const double step = 1 / std::max(x, y);
+        const QSizeF taken(target.width() * step, target.height() * step);
+        const QPointF origin(sourceOrigin(size.width(), taken.width(), step),
+                             sourceOrigin(size.height(), taken.height(), step));
+        return {QRectF(origin, taken), target};
+    }
+    const QSize fitted = (size * std::min(x, y)).toSize().expandedTo(QSize(1, 1));
+    const QPoint offset((target.width() - fitted.width()) / 2,
+                        (target.height() - fitted.height()) / 2);
+    return {QRectF(QPointF(), size), QRect(target.topLeft() + offset, fitted)};
+}
+
+} // namespace
+
+void DrawingPainter::draw(const Drawing& drawing, const QRect& pixels) {
+    if (pixels.isEmpty() || drawing.size.width <= 0 || drawing.size.height <= 0)
+        return;
+    origin_ = pixels.topLeft();
+    scaleX_ = pixels.width() / drawing.size.width;
+    scaleY_ = pixels.height() / drawing.size.height;
+    painter_.save();
+    for (const auto& primitive : drawing.primitives)
+        std::visit([this](const auto& each) { draw(each); }, primitive);
+    painter_.restore();
+}
+
+void DrawingPainter::draw(const ClipRectangle& clip) {
+    if (!clip.antialiased) {
+        painter_.setClipRect(snapped(clip.rect), Qt::IntersectClip);
+        return;
+    }
+    QPainterPath path;
+    path.addRect(exact(clip.rect));
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.setClipPath(path, Qt::IntersectClip);
+}
+
+void DrawingPainter::draw(const RoundedRectangle& rectangle) {
+    const QRectF rect = snapped(rectangle.rect);
+    auto color = roleColor(rectangle.fill, palette_);
+    color.setAlphaF(color.alphaF() * static_cast<float>(std::clamp(rectangle.opacity, 0.0, 1.0)));
+    painter_.setRenderHint(QPainter::Antialiasing);
+    painter_.fillPath(roundedPath(rect, cornerCurve(rectangle, rect, std::min(scaleX_, scaleY_))),
+                      color);
+}
+
+void DrawingPainter::draw(const DrawnImage& image) {
+    const auto* pixels = dynamic_cast<const PixelImage*>(&image.image.body());
+    const auto target = snapped(image.rect);
+    if (!pixels || target.isEmpty() || pixels->pixelWidth() <= 0 || pixels->pixelHeight() <= 0)
+        return;
+    const auto placed =
+        placement(QSizeF(pixels->pixelWidth(), pixels->pixelHeight()), target, image.mode);
+    painter_.drawImage(placed.target.topLeft(),
+                       scaled(*pixels, placed.source, placed.target.size()));
+}
+
+QRectF DrawingPainter::exact(const Rect& rect) const {
+    return {origin_ + QPointF(rect.minX() * scaleX_, rect.minY() * scaleY_),
+            origin_ + QPointF(rect.maxX() * scaleX_, rect.maxY() * scaleY_)};
+}
+
+QRect DrawingPainter::snapped(const Rect& rect) const {
+    const auto edges = exact(rect);
+    const QPoint topLeft(qRound(edges.left()), qRound(edges.top()));
+    const QPoint bottomRight(qRound(edges.right()), qRound(edges.bottom()));
+    return {topLeft, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y())};
+}
+
+} // namespace orrivane

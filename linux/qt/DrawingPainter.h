@@ -1,0 +1,39 @@
+#pragma once
+
+#include <Orrivane/view/Drawing.h>
+
+#include <QPalette>
+#include <QRect>
+
+class QPainter;
+
+namespace orrivane {
+
+/// Draws values in device pixels: edges fall on whole pixels and images keep theirs wherever the
+/// size allows it.
+class DrawingPainter {
+  public:
+    /// Both live longer than this. The painter's coordinates are device pixels.
+    DrawingPainter(QPainter& painter, const QPalette& palette)
+        : painter_(painter)
+        , palette_(palette) {}
+
+    /// Stretches the drawing's canvas, less than a pixel off its scale, to exactly `pixels`.
+    void draw(const Drawing& drawing, const QRect& pixels);
+
+  private:
+    void draw(const ClipRectangle& clip);
+    void draw(const RoundedRectangle& rectangle);
+    void draw(const DrawnImage& image);
+
+    [[nodiscard]] QRectF exact(const Rect& rect) const;
+    [[nodiscard]] QRect snapped(const Rect& rect) const;
+
+    QPainter& painter_;
+    const QPalette& palette_;
+    QPointF origin_;
+    double scaleX_ = 1; // pixels a point
+    double scaleY_ = 1;
+};
+
+} // namespace orrivane

@@ -1,0 +1,49 @@
+#include <linux/qt/RoleColors.h>
+
+namespace orrivane {
+
+namespace {
+
+// How much of the text colour subordinate text keeps; on dark it needs more to be as legible.
+constexpr double secondaryOnLight = 0.5;
+constexpr double secondaryOnDark = 0.55;
+
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::WindowText).lightness() >
+           palette.color(QPalette::Window).lightness();
+}
+
+QColor secondary(const QPalette& palette) {
+    auto color = palette.color(QPalette::WindowText);
+    color.setAlphaF(isDark(palette) ? float(secondaryOnDark) : float(secondaryOnLight));
+    return color;
+}
+
+} // namespace
+
+QColor roleColor(ColorRole role, const QPalette& palette) {
+    const auto shade = [&palette](QRgb light, QRgb dark) {
+        return QColor(isDark(palette) ? dark : light);
+    };
+    switch (role) {
+    case ColorRole::primary:
+        return palette.color(QPalette::WindowText);
+    case ColorRole::secondary:
+        return secondary(palette);
+    case ColorRole::accent:
+        return palette.color(QPalette::Highlight);
+    case ColorRole::black:
+        return Qt::black;
+    case ColorRole::gray:
+        return shade(0x8c8c91, 0x98989d);
+    case ColorRole::green:
+        return shade(0x1f9d3a, 0x3ad15a);
+    case ColorRole::orange:
+        return shade(0xd97400, 0xff9f1a);
+    case ColorRole::red:
+        return shade(0xd5271e, 0xff5147);
+    }
+    return palette.color(QPalette::WindowText);
+}
+
+} // namespace orrivane

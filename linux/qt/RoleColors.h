@@ -1,0 +1,13 @@
+#pragma once
+
+#include <Orrivane/view/Roles.h>
+
+#include <QColor>
+#include <QPalette>
+
+namespace orrivane {
+
+/// The colour of a role, in the light or dark variant that goes with `palette`.
+QColor roleColor(ColorRole role, const QPalette& palette);
+
+} // namespace orrivane
