@@ -18,7 +18,7 @@ constexpr std::string_view usage =
     "      --version     show the version and exit\n";
 
 UsageError unreadableNotch(std::string_view text) {
-    return {"'" + std::string(text) +
+    return {std::string("'").append(text) +
             "' is no notch: give four numbers as in --set-notch 660,0,192,37 (left, top, width "
             "and height in pixels)."};
 }

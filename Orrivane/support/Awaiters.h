@@ -23,7 +23,7 @@ class Sleep {
     bool await_suspend(std::coroutine_handle<Promise> self) {
         return suspend(self.promise().continuation(self));
     }
-    [[nodiscard]] SleepOutcome await_resume() const noexcept { return outcome_; }
+    SleepOutcome await_resume() const noexcept { return outcome_; }
 
   private:
     struct State;
