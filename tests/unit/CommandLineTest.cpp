@@ -1,0 +1,55 @@
+#include <Orrivane/CommandLine.h>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace orrivane {
+namespace {
+
+Command parse(const std::vector<std::string_view>& arguments) {
+    return CommandLine::parse(arguments);
+}
+
+TEST(CommandLine, withoutArgumentsItRuns) {
+    EXPECT_TRUE(std::holds_alternative<RunCommand>(parse({})));
+}
+
+TEST(CommandLine, helpAndVersionPrint) {
+    for (const auto* flag : {"--help", "-h"})
+        EXPECT_NE(std::get<PrintCommand>(parse({flag})).text.find("--set-notch"),
+                  std::string::npos);
+    EXPECT_EQ(std::get<PrintCommand>(parse({"--version"})).text,
+              "Orrivane " + std::string(CommandLine::version()) + "\n");
+}
+
+TEST(CommandLine, theNotchIsGivenBehindABlankOrAnEqualsSign) {
+    const Rect expected{{660, 0}, {192.5, 37}};
+    EXPECT_EQ(std::get<SetNotchCommand>(parse({"--set-notch", "660,0,192.5,37"})).cutout, expected);
+    EXPECT_EQ(std::get<SetNotchCommand>(parse({"--set-notch=660,0,192.5,37"})).cutout, expected);
+}
+
+TEST(CommandLine, aNotchMayLieOnAScreenToTheLeft) {
+    EXPECT_EQ(std::get<Rect>(CommandLine::parseNotch("-1512,0,192,37")).minX(), -1512);
+}
+
+TEST(CommandLine, numbersThatMakeNoSenseAreNamedInTheMessage) {
+    for (const auto* text :
+         {"", "1", "1,2,3", "1,2,3,4,5", "a,0,1,1", "1,0,0,37", "1,0,5,-1", "1, 0,5,5", "1,,5,5",
+          "nan,0,5,5", "1e3,0,5,5", "--1,0,5,5", "1.2.3,0,5,5", "-,0,5,5", ".,0,5,5",
+          "99999999999999999999,0,5,5", "1,0,5,5,"}) {
+        const auto parsed = CommandLine::parseNotch(text);
+        ASSERT_TRUE(std::holds_alternative<UsageError>(parsed)) << text;
+        EXPECT_EQ(std::get<UsageError>(parsed).message.find("'" + std::string(text) + "'"), 0U);
+    }
+}
+
+TEST(CommandLine, aMissingValueAndAnUnknownOptionAreErrors) {
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"--set-notch"})));
+    EXPECT_NE(std::get<UsageError>(parse({"--set-notches=1,0,5,5"})).message.find("--set-notches"),
+              std::string::npos);
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"menu"})));
+}
+
+} // namespace
+} // namespace orrivane
