@@ -36,6 +36,7 @@ AccessibilityBus::~AccessibilityBus() {
 }
 
 bool AccessibilityBus::connect(const QDeadlineTimer& deadline) {
+    unanswered_ = false;
     if (bus_ && bus_->isConnected())
         return true;
     disconnect();
@@ -65,11 +66,12 @@ std::vector<QDBusMessage> AccessibilityBus::call(const std::vector<QDBusMessage>
     for (auto& each : pending) {
         each.waitForFinished();
         replies.push_back(each.reply());
+        noteSilence(replies.back());
     }
     return replies;
 }
 
-QString AccessibilityBus::address(const QDeadlineTimer& deadline) const {
+QString AccessibilityBus::address(const QDeadlineTimer& deadline) {
     if (!session_ && !hasSessionBus())
         return {};
     auto question = QDBusMessage::createMethodCall(
@@ -78,9 +80,15 @@ QString AccessibilityBus::address(const QDeadlineTimer& deadline) const {
     question.setAutoStartService(false);
     const auto session = session_ ? *session_ : QDBusConnection::sessionBus();
     const auto reply = session.call(question, QDBus::Block, remaining(deadline));
+    noteSilence(reply);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("s"))
         return {};
     return reply.arguments().front().toString();
+}
+
+void AccessibilityBus::noteSilence(const QDBusMessage& reply) {
+    if (reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply"))
+        unanswered_ = true;
 }
 
 void AccessibilityBus::disconnect() {

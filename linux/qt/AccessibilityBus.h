@@ -29,13 +29,18 @@ class AccessibilityBus {
     std::vector<QDBusMessage> call(const std::vector<QDBusMessage>& calls,
                                    const QDeadlineTimer& deadline);
 
+    /// Whether somebody, the bus included, left a call unanswered since the last connect().
+    [[nodiscard]] bool wasUnanswered() const { return unanswered_; }
+
   private:
-    [[nodiscard]] QString address(const QDeadlineTimer& deadline) const;
+    [[nodiscard]] QString address(const QDeadlineTimer& deadline);
+    void noteSilence(const QDBusMessage& reply);
     void disconnect();
 
     std::optional<QDBusConnection> session_;
     QString name_;
     std::optional<QDBusConnection> bus_;
+    bool unanswered_ = false;
 };
 
 } // namespace orrivane

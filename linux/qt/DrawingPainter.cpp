@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace orrivane {
 
@@ -91,30 +92,57 @@ void DrawingPainter::draw(const Drawing& drawing, const QRect& pixels) {
     origin_ = pixels.topLeft();
     scaleX_ = pixels.width() / drawing.size.width;
     scaleY_ = pixels.height() / drawing.size.height;
-    painter_.save();
-    for (const auto& primitive : drawing.primitives)
-        std::visit([this](const auto& each) { draw(each); }, primitive);
-    painter_.restore();
+    painter_->save();
+    draw(drawing.primitives);
+    painter_->restore();
+}
+
+void DrawingPainter::draw(std::span<const Primitive> primitives) {
+    for (std::size_t i = 0; i < primitives.size(); ++i) {
+        const auto* clip = std::get_if<ClipRectangle>(&primitives[i]);
+        if (clip && clip->antialiased)
+            return drawBehindSoftEdges(exact(clip->rect), primitives.subspan(i + 1));
+        std::visit([this](const auto& each) { draw(each); }, primitives[i]);
+    }
+}
+
+// The toolkit clips whole pixels only.
+void DrawingPainter::drawBehindSoftEdges(const QRectF& edges,
+                                         std::span<const Primitive> primitives) {
+    const auto area = edges.toAlignedRect() & painter_->viewport();
+    if (area.isEmpty())
+        return;
+    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
+    layer.fill(Qt::transparent);
+    auto mask = layer;
+    QPainter inner(&layer);
+    inner.translate(-area.topLeft());
+    auto* outer = std::exchange(painter_, &inner);
+    draw(primitives);
+    painter_ = outer;
+    QPainter shape(&mask);
+    shape.setRenderHint(QPainter::Antialiasing);
+    shape.translate(-area.topLeft());
+    shape.fillRect(edges, Qt::black);
+    shape.end();
+    inner.setClipping(false);
+    inner.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    inner.drawImage(area.topLeft(), mask);
+    inner.end();
+    painter_->drawImage(area.topLeft(), layer);
 }
 
 void DrawingPainter::draw(const ClipRectangle& clip) {
-    if (!clip.antialiased) {
-        painter_.setClipRect(snapped(clip.rect), Qt::IntersectClip);
-        return;
-    }
-    QPainterPath path;
-    path.addRect(exact(clip.rect));
-    painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.setClipPath(path, Qt::IntersectClip);
+    painter_->setClipRect(snapped(clip.rect), Qt::IntersectClip);
 }
 
 void DrawingPainter::draw(const RoundedRectangle& rectangle) {
     const QRectF rect = snapped(rectangle.rect);
     auto color = roleColor(rectangle.fill, palette_);
     color.setAlphaF(color.alphaF() * static_cast<float>(std::clamp(rectangle.opacity, 0.0, 1.0)));
-    painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.fillPath(roundedPath(rect, cornerCurve(rectangle, rect, std::min(scaleX_, scaleY_))),
-                      color);
+    painter_->setRenderHint(QPainter::Antialiasing);
+    painter_->fillPath(roundedPath(rect, cornerCurve(rectangle, rect, std::min(scaleX_, scaleY_))),
+                       color);
 }
 
 void DrawingPainter::draw(const DrawnImage& image) {
@@ -124,8 +152,8 @@ void DrawingPainter::draw(const DrawnImage& image) {
         return;
     const auto placed =
         placement(QSizeF(pixels->pixelWidth(), pixels->pixelHeight()), target, image.mode);
-    painter_.drawImage(placed.target.topLeft(),
-                       scaled(*pixels, placed.source, placed.target.size()));
+    painter_->drawImage(placed.target.topLeft(),
+                        scaled(*pixels, placed.source, placed.target.size()));
 }
 
 QRectF DrawingPainter::exact(const Rect& rect) const {

@@ -5,6 +5,8 @@
 #include <QPalette>
 #include <QRect>
 
+#include <span>
+
 class QPainter;
 
 namespace orrivane {
@@ -15,21 +17,24 @@ class DrawingPainter {
   public:
     /// Both live longer than this. The painter's coordinates are device pixels.
     DrawingPainter(QPainter& painter, const QPalette& palette)
-        : painter_(painter)
+        : painter_(&painter)
         , palette_(palette) {}
 
     /// Stretches the drawing's canvas, less than a pixel off its scale, to exactly `pixels`.
     void draw(const Drawing& drawing, const QRect& pixels);
 
   private:
+    void draw(std::span<const Primitive> primitives);
     void draw(const ClipRectangle& clip);
     void draw(const RoundedRectangle& rectangle);
     void draw(const DrawnImage& image);
 
+    void drawBehindSoftEdges(const QRectF& edges, std::span<const Primitive> primitives);
+
     [[nodiscard]] QRectF exact(const Rect& rect) const;
     [[nodiscard]] QRect snapped(const Rect& rect) const;
 
-    QPainter& painter_;
+    QPainter* painter_;
     const QPalette& palette_;
     QPointF origin_;
     double scaleX_ = 1; // pixels a point

@@ -80,9 +80,8 @@ std::optional<int> GlobalMenuExtents::rightEdge(pid_t process, PixelRect band) {
     if (clock_() < silentUntil_)
         return std::nullopt;
     deadline_ = QDeadlineTimer(longestQuestion);
-    unanswered_ = false;
     const auto edge = search(process, band);
-    if (!edge && (unanswered_ || deadline_.hasExpired()))
+    if (!edge && (bus_.wasUnanswered() || deadline_.hasExpired()))
         silentUntil_ = clock_() + silenceAfterFailure;
     return edge;
 }
@@ -176,11 +175,7 @@ std::optional<int> GlobalMenuExtents::lastMenu(const MenuBar& bar, const PixelRe
 }
 
 std::vector<QDBusMessage> GlobalMenuExtents::ask(const std::vector<QDBusMessage>& calls) {
-    auto replies = bus_.call(calls, deadline_);
-    for (const auto& reply : replies)
-        if (reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply"))
-            unanswered_ = true;
-    return replies;
+    return bus_.call(calls, deadline_);
 }
 
 QDBusMessage GlobalMenuExtents::message(const Node& node, const char* interface,

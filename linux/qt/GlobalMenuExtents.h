@@ -49,8 +49,7 @@ class GlobalMenuExtents {
     AccessibilityBus bus_;
     std::function<double()> clock_;
     QDeadlineTimer deadline_;
-    bool unanswered_ = false; // in this question
-    double silentUntil_ = 0;  // the clock's seconds
+    double silentUntil_ = 0; // the clock's seconds
     std::map<QString, uint> processes_;
 };
 

@@ -38,10 +38,13 @@ bool bringsNewImages(const View& now, const View& before) {
 
 // A ground has no holes: whatever alpha it came with counts as full.
 QImage toQImage(const PixelImage& image) {
-    return QImage(reinterpret_cast<const uchar*>(image.pixels().data()), image.pixelWidth(),
-                  image.pixelHeight(), image.pixelWidth() * static_cast<int>(sizeof(QRgb)),
-                  QImage::Format_RGB32)
-        .copy();
+    QImage copy(image.pixelWidth(), image.pixelHeight(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < copy.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(copy.scanLine(y));
+        for (int x = 0; x < copy.width(); ++x)
+            line[x] = image.at(x, y) | 0xff000000U;
+    }
+    return copy;
 }
 
 StripCell makeCell(const LaidOutButton& laidOut, const QRect& pixels) {
@@ -70,7 +73,7 @@ void QtTrayPanel::create(const TrayPanelConfiguration&) {
 void QtTrayPanel::setRoot(const View& root) {
     backdropStale_ = backdropStale_ || bringsNewImages(root, root_);
     root_ = root;
-    layOutCells();
+    layOutLater();
 }
 
 void QtTrayPanel::setFrame(const Rect& frame) {
@@ -78,7 +81,7 @@ void QtTrayPanel::setFrame(const Rect& frame) {
     if (!(frame == frame_) || stage_.pixels(frame) != place_) {
         frame_ = frame;
         place_ = stage_.pixels(frame);
-        layOutCells();
+        cellsStale_ = true;
     }
     if (place_ != previous) {
         backdropStale_ = true;
@@ -98,7 +101,16 @@ void QtTrayPanel::orderOut() {
     updateMapping();
 }
 
+// A frame usually follows; cells laid out in the old one would jump.
+void QtTrayPanel::layOutLater() {
+    if (std::exchange(cellsStale_, true))
+        return;
+    QMetaObject::invokeMethod(widget_.get(), [this] { layOutCells(); }, Qt::QueuedConnection);
+}
+
 void QtTrayPanel::layOutCells() {
+    if (!std::exchange(cellsStale_, false))
+        return;
     std::vector<StripCell> cells;
     for (const auto& laidOut : layOut(root_, {frame_.width(), frame_.height()}))
         cells.push_back(
@@ -124,6 +136,7 @@ void QtTrayPanel::place() {
 }
 
 void QtTrayPanel::updateMapping() {
+    layOutCells();
     const bool mapped = wanted_ && !place_.isEmpty() && !stage_.dockIsCovered();
     if (!mapped) {
         widget_->hide();
@@ -170,10 +183,8 @@ void QtTrayPanel::refreshBackdrop() {
 
 void QtTrayPanel::stageChanged() {
     const auto moved = stage_.pixels(frame_);
-    if (moved != place_) {
-        place_ = moved;
-        layOutCells();
-    }
+    cellsStale_ = cellsStale_ || moved != place_;
+    place_ = moved;
     if (widget_->isVisible())
         place();
     backdropStale_ = true;

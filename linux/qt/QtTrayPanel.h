@@ -33,6 +33,7 @@ class QtTrayPanel : public TrayPanel {
     [[nodiscard]] StripWidget* widget() const { return widget_.get(); }
 
   private:
+    void layOutLater();
     void layOutCells();
     [[nodiscard]] QRect pixels(double left, double top, double right, double bottom) const;
     void place();
@@ -46,6 +47,7 @@ class QtTrayPanel : public TrayPanel {
     View root_;
     Rect frame_;      // points, origin at the bottom left
     PixelRect place_; // root pixels
+    bool cellsStale_ = false;
     bool wanted_ = false;
     bool adopted_ = false;
     bool backdropStale_ = true;

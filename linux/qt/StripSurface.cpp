@@ -59,9 +59,9 @@ bool StripSurface::open(WId window) {
     if (isOpen())
         return true;
     const auto* application = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!application)
+    connection_ = application ? application->connection() : nullptr;
+    if (!connection_)
         return true;
-    connection_ = application->connection();
     window_ = static_cast<std::uint32_t>(window);
     const auto reply = geometry(connection_, window_);
     if (!reply)

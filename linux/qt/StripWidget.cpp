@@ -18,6 +18,9 @@ namespace orrivane {
 
 namespace {
 
+// A whole pixel that was divided by the ratio and multiplied again is one still.
+constexpr double rounding = 0.01; // pixels
+
 // The toolkit would take a name that contains a tag for marked-up text.
 QString tooltipText(const std::string& name) {
     const auto text = QString::fromStdString(name);
@@ -42,8 +45,9 @@ bool looksTheSame(const StripCell& a, const StripCell& b) {
 
 } // namespace
 
+// Not a tool window: the toolkit would raise one above the menus whenever it is shown.
 StripWidget::StripWidget()
-    : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
+    : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus |
                            Qt::X11BypassWindowManagerHint) {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_PaintOnScreen);
@@ -106,11 +110,17 @@ const StripCell* StripWidget::cell(const CellId& id) const {
 }
 
 const StripCell* StripWidget::cellAt(const QPointF& position) const {
-    const auto device = position * devicePixelRatioF();
-    const QPoint pixel(static_cast<int>(std::floor(device.x())),
-                       static_cast<int>(std::floor(device.y())));
+    const double ratio = devicePixelRatioF();
+    const auto pixel = [ratio](double points, int extent) {
+        const int device = static_cast<int>(std::floor(points * ratio + rounding));
+        // Qt 6.4 rounds the mouse to whole points: the last pixel may come out beyond the edge.
+        const int excess = static_cast<int>(ratio / 2 + rounding);
+        return device >= extent && device - excess < extent ? extent - 1 : device;
+    };
+    const QPoint point(pixel(position.x(), picture_.width()),
+                       pixel(position.y(), picture_.height()));
     const auto found = std::ranges::find_if(
-        cells_, [&pixel](const StripCell& each) { return each.pixels.contains(pixel); });
+        cells_, [&point](const StripCell& each) { return each.pixels.contains(point); });
     return found == cells_.end() ? nullptr : &*found;
 }
 

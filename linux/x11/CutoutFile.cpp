@@ -35,7 +35,7 @@ std::optional<std::string> CutoutFile::write(const Rect& cutout) const {
     std::error_code error;
     std::filesystem::create_directories(path_.parent_path(), error);
     auto temporary = path_;
-    temporary += "." + std::to_string(getpid());
+    temporary += std::string(".").append(std::to_string(getpid()));
     std::ostringstream line;
     line.imbue(std::locale::classic());
     line << cutout.minX() << ',' << cutout.minY() << ',' << cutout.width() << ',' << cutout.height()

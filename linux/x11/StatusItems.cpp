@@ -5,8 +5,15 @@
 namespace orrivane::x11 {
 
 namespace {
+
 constexpr std::int64_t statusWindowLayer = 25;
+constexpr int largestHelper = 8; // pixels; toolkits keep small windows of their own mapped
+
+bool isHelper(const PixelRect& rect) {
+    return rect.width <= largestHelper || rect.height <= largestHelper;
 }
+
+} // namespace
 
 StatusItems::StatusItems(Connection& connection, WindowTree& tree, X11Screens& screens)
     : connection_(connection)
@@ -113,7 +120,7 @@ std::optional<int> StatusItems::contentEdge(const TreeWindow& window, double not
         // What reaches past the notch is a container; what it shows is inside it.
         const auto right =
             rect.right() <= notch ? std::optional(rect.right()) : contentEdge(*child, notch);
-        if (!rect.isEmpty() && right)
+        if (!isHelper(rect) && right)
             edge = std::max(edge.value_or(*right), *right);
     }
     return edge;
