@@ -51,15 +51,12 @@ Task<CaptureService::Images> CaptureService::captureIcons(std::vector<std::uint3
         }
     }
 
-    std::vector<Task<Captured>> captures;
+    Images images;
+    std::vector<Task<bool>> captures;
     for (const auto id : ids)
         if (const auto found = windows.find(id); found != windows.end())
-            captures.push_back(captureWindow(found->second));
-    const auto captured = co_await whenAll(std::move(captures));
-    Images images;
-    for (const auto& [id, image] : captured)
-        if (image)
-            images.insert_or_assign(id, *image);
+            captures.push_back(captureWindow(found->second, images));
+    co_await whenAll(std::move(captures));
     co_return images;
 }
 
@@ -73,7 +70,7 @@ Task<std::optional<ShareableContent>> CaptureService::fetch() {
     co_return content ? std::move(*content) : std::nullopt;
 }
 
-Task<CaptureService::Captured> CaptureService::captureWindow(ShareableWindow window) {
+Task<bool> CaptureService::captureWindow(ShareableWindow window, Images& images) {
     const auto [width, height] = pixelSize({window.frame.width(), window.frame.height()});
     const CaptureConfiguration configuration{width, height, false, CaptureResolution::best};
     Answer<std::optional<Image>> answer(
@@ -81,8 +78,11 @@ Task<CaptureService::Captured> CaptureService::captureWindow(ShareableWindow win
             capture_.captureImage(window, configuration, std::move(completion));
         },
         answerLimit);
-    auto image = co_await answer;
-    co_return Captured{window.windowID, image ? std::move(*image) : std::nullopt};
+    const auto image = co_await answer;
+    if (!image || !*image)
+        co_return false;
+    images.insert_or_assign(window.windowID, **image);
+    co_return true;
 }
 
 CaptureService::Lookup CaptureService::lookUp(const ShareableContent& content) {

@@ -52,10 +52,10 @@ class CaptureService {
 
   private:
     using Lookup = std::map<std::uint32_t, ShareableWindow>;
-    using Captured = std::pair<std::uint32_t, std::optional<Image>>;
 
     Task<std::optional<ShareableContent>> fetch();
-    Task<Captured> captureWindow(ShareableWindow window);
+    /// Puts the window's image into `images` when it comes; true if one came.
+    Task<bool> captureWindow(ShareableWindow window, Images& images);
     static Lookup lookUp(const ShareableContent& content);
     static bool lacksAny(const Lookup& windows, std::span<const std::uint32_t> ids);
 

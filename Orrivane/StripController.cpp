@@ -88,11 +88,19 @@ void StripController::scheduleTick() {
     if (tickInProgress_)
         return;
     tickInProgress_ = true;
-    orrivane::start(platform_.mainLoop, runTick());
+    orrivane::start(platform_.mainLoop, onSelf(self_, &StripController::runTick));
+}
+
+Task<> StripController::onSelf(WeakSelf weak, Task<> (StripController::*work)()) {
+    if (weak.expired())
+        co_return;
+    // A lock held while the work waits would make a destroyed controller look alive.
+    auto task = ((**weak.lock()).*work)();
+    co_await std::move(task);
 }
 
 Task<> StripController::runTick() {
-    const std::weak_ptr alive = self_;
+    const WeakSelf alive = self_;
     co_await tick();
     if (!alive.expired())
         tickInProgress_ = false;
@@ -101,7 +109,7 @@ Task<> StripController::runTick() {
 Task<> StripController::resumeAfterWake() {
     if (!isSuspended_)
         co_return;
-    const std::weak_ptr alive = self_;
+    const WeakSelf alive = self_;
     Sleep sleep(wakeDelay);
     const auto outcome = co_await sleep;
     if (alive.expired() || outcome == SleepOutcome::cancelled)
@@ -158,11 +166,11 @@ void StripController::fellAsleep() {
 }
 
 void StripController::wokeUp() {
-    orrivane::start(platform_.mainLoop, resumeAfterWake());
+    orrivane::start(platform_.mainLoop, onSelf(self_, &StripController::resumeAfterWake));
 }
 
 std::function<void()> StripController::weakly(void (StripController::*handler)()) {
-    return [weak = std::weak_ptr(self_), handler] {
+    return [weak = WeakSelf(self_), handler] {
         if (const auto controller = weak.lock())
             ((*controller)->*handler)();
     };

@@ -65,6 +65,9 @@ class StripController {
     void stopLoop();
     void installTimer(double interval);
     void scheduleTick();
+    using WeakSelf = std::weak_ptr<StripController*>;
+    /// `work` on the controller, unless that is gone when the loop comes to it.
+    static Task<> onSelf(WeakSelf weak, Task<> (StripController::*work)());
     Task<> runTick();
     Task<> tick();
     Task<> resumeAfterWake();

@@ -56,7 +56,7 @@ Task<> StripController::tick() {
     refreshOwners(planned->visible, {ids.begin(), ids.end()});
     ++tickCount_;
     if (imagesAreDue(ids)) {
-        const std::weak_ptr alive = self_;
+        const WeakSelf alive = self_;
         auto images = co_await captures_.captureIcons(ids);
         if (alive.expired())
             co_return;
@@ -179,7 +179,7 @@ void StripController::show(std::vector<StripItem> mirrored, const NotchInfo& not
 
 std::function<void()> StripController::pressAction(std::uint32_t id, const IconOwner& owner,
                                                    Press press) {
-    return [weak = std::weak_ptr(self_), id, owner, press] {
+    return [weak = WeakSelf(self_), id, owner, press] {
         if (const auto controller = weak.lock())
             (*controller)->pressItem(id, owner, press);
     };

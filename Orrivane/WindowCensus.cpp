@@ -3,10 +3,11 @@
 #include <Orrivane/platform/Platform.h>
 #include <Orrivane/platform/Screens.h>
 #include <Orrivane/platform/WindowList.h>
+#include <Orrivane/support/IdIndex.h>
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_set>
+#include <functional>
 
 namespace orrivane {
 
@@ -17,6 +18,7 @@ constexpr double lineSlack = 2.0;
 constexpr double maximumHeight = 40.0;
 constexpr double maximumWidth = 400.0;
 constexpr double screenSlack = 1.0;
+constexpr std::size_t usualCount = 16; // icons in a bar
 
 const ScreenDescription* notchedScreen(std::span<const ScreenDescription> screens) {
     const auto found = std::ranges::find_if(
@@ -40,9 +42,16 @@ double menuBarLine(std::span<const ScreenDescription> screens, const ScreenDescr
     return primary.frame.maxY() - reference.frame.maxY();
 }
 
+// Comparisons with a value that is no number would pass every test and upset the order.
+bool isRectangle(const Rect& rect) {
+    return !std::isnan(rect.origin.x) && !std::isnan(rect.origin.y) &&
+           !std::isnan(rect.size.width) && !std::isnan(rect.size.height);
+}
+
 bool isStatusItem(const WindowListEntry& entry, double line,
                   const std::optional<NotchInfo>& notch) {
-    if (entry.layer != statusWindowLayer || !entry.number || !entry.bounds)
+    if (entry.layer != statusWindowLayer || !entry.number || !entry.bounds ||
+        !isRectangle(*entry.bounds))
         return false;
     const Rect& bounds = *entry.bounds;
     if (std::abs(bounds.origin.y - line) > lineSlack || bounds.height() > maximumHeight ||
@@ -50,6 +59,26 @@ bool isStatusItem(const WindowListEntry& entry, double line,
         return false;
     return !notch || (bounds.maxX() <= notch->screenMinX + notch->screenWidth + screenSlack &&
                       bounds.minX() >= notch->screenMinX - screenSlack);
+}
+
+/// An entry that passed every test; what it is sorted by is at hand.
+struct Kept {
+    double leftEdge;
+    const WindowListEntry* entry;
+    bool isOnscreen;
+};
+
+// Stable.
+void sortByLeftEdge(std::vector<Kept>& kept) {
+    constexpr auto place = &Kept::leftEdge;
+    if (std::ranges::is_sorted(kept, {}, place))
+        return;
+    const auto doesNotDescend = std::not_fn(std::ranges::greater{});
+    // A tray that adds on the left lists its icons the other way round, no two at one place.
+    if (std::ranges::adjacent_find(kept, doesNotDescend, place) == kept.end())
+        std::ranges::reverse(kept);
+    else
+        std::ranges::stable_sort(kept, {}, place);
 }
 
 } // namespace
@@ -79,25 +108,32 @@ CensusResult WindowCensus::take(std::span<const ScreenDescription> screens,
     const double line = menuBarLine(screens, notched);
     CensusResult result{notchOf(notched), {}};
 
-    std::unordered_set<std::uint32_t> onscreenNumbers;
-    onscreenNumbers.reserve(onscreen.size());
-    for (const auto& entry : onscreen)
-        if (entry.number)
-            onscreenNumbers.insert(*entry.number);
-
-    std::unordered_set<std::uint32_t> seen;
+    IdIndex seen;
+    std::vector<Kept> kept;
+    bool someHidden = false;
     for (const auto& entry : all) {
-        if (!isStatusItem(entry, line, result.notch) || !seen.insert(*entry.number).second)
+        if (!isStatusItem(entry, line, result.notch) || !seen.insert(*entry.number))
             continue;
-        const Rect& bounds = *entry.bounds;
+        if (kept.empty())
+            kept.reserve(usualCount);
+        const bool visible = entry.onscreen.value_or(false);
+        kept.push_back({entry.bounds->minX(), &entry, visible});
+        someHidden = someHidden || !visible;
+    }
+    // Nothing else than that they are visible can be learned there.
+    if (someHidden)
+        for (const auto& entry : onscreen)
+            if (const auto position = entry.number ? seen.find(*entry.number) : std::nullopt)
+                kept[*position].isOnscreen = true;
+    sortByLeftEdge(kept);
+
+    result.items.reserve(kept.size());
+    for (const Kept& item : kept) {
+        const Rect& bounds = *item.entry->bounds;
         const bool eaten = result.notch && bounds.minX() < result.notch->notchMaxX &&
                            bounds.maxX() > result.notch->notchMinX;
-        const bool visible =
-            onscreenNumbers.contains(*entry.number) || entry.onscreen.value_or(false);
-        result.items.push_back({*entry.number, bounds, visible, eaten});
+        result.items.push_back({*item.entry->number, bounds, item.isOnscreen, eaten});
     }
-    std::ranges::stable_sort(result.items, {},
-                             [](const StatusItemWindow& item) { return item.frame.minX(); });
     return result;
 }
 

@@ -1,5 +1,6 @@
 #include <Orrivane/CaptureService.h>
 
+#include <tests/support/ScriptedImage.h>
 #include <tests/support/ScriptedPlatform.h>
 
 #include <gtest/gtest.h>
@@ -38,6 +39,33 @@ struct CaptureServiceTest : testing::Test {
                 keys.push_back(id);
         return keys;
     }
+};
+
+// Of two captures the first takes longer.
+struct SlowFirst : ScreenCapture {
+    SlowFirst(MainLoop& mainLoop, ScreenCapture& contents)
+        : loop(mainLoop)
+        , snapshots(contents) {}
+
+    void
+    shareableContent(std::function<void(std::optional<ShareableContent>)> completion) override {
+        snapshots.shareableContent(std::move(completion));
+    }
+    void captureImage(const ShareableWindow&, const CaptureConfiguration& configuration,
+                      std::function<void(std::optional<Image>)> completion) override {
+        const double seconds = timers.empty() ? 0.5 : 0.1;
+        timers.push_back(loop.wakeUp(seconds, [this, configuration, completion] {
+            given.push_back(ScriptedImage::make(configuration.width, configuration.height));
+            completion(given.back());
+        }));
+    }
+    bool preflightAccess() override { return true; }
+    bool requestAccess() override { return true; }
+
+    MainLoop& loop;
+    ScreenCapture& snapshots;
+    std::vector<Subscription> timers;
+    std::vector<Image> given; ///< in the order in which they were handed over
 };
 
 TEST_F(CaptureServiceTest, anEmptyListFillsAColdCacheAndAsksNothingOfAWarmOne) {
@@ -180,6 +208,61 @@ TEST_F(CaptureServiceTest, ofOverlappingCallsEachGetsItsOwnImages) {
     EXPECT_TRUE(first->contains(1));
     EXPECT_TRUE(second->contains(2));
     EXPECT_EQ(port.contentCalls, 2);
+}
+
+TEST_F(CaptureServiceTest, ofANumberAskedForTwiceTheCaptureThatEndsLastStays) {
+    port.addWindow(1, {20, 24});
+    port.addWindow(1, {50, 24});
+    SlowFirst slow{world.loop, port};
+    CaptureService twice{slow, world.accessibility, world.workspace};
+    start(world.loop, keep(twice, {1, 1}, result));
+    world.loop.advance(1);
+    ASSERT_TRUE(result);
+    ASSERT_EQ(slow.given.size(), 2U);
+    EXPECT_EQ(result->at(1), slow.given.back());
+}
+
+TEST_F(CaptureServiceTest, aSnapshotThatArrivesAfterAnInvalidationIsKept) {
+    port.addWindow(1, {20, 24});
+    port.contentReplies = {CaptureReply::later(0.5)};
+    begin({1});
+    service.invalidateWindowCache();
+    world.loop.advance(0.5);
+    EXPECT_EQ(captured(), Ids{1});
+    EXPECT_EQ(capture({1}), Ids{1});
+    EXPECT_EQ(port.contentCalls, 1);
+}
+
+TEST_F(CaptureServiceTest, anInvalidationUnderTheSecondFetchLeavesItsSnapshotInTheCache) {
+    capture({});
+    port.addWindow(1, {20, 24});
+    port.contentReplies = {CaptureReply::later(0.5)};
+    begin({1});
+    service.invalidateWindowCache();
+    world.loop.advance(0.5);
+    EXPECT_EQ(captured(), Ids{1});
+    EXPECT_EQ(capture({1}), Ids{1});
+    EXPECT_EQ(port.contentCalls, 2);
+}
+
+TEST_F(CaptureServiceTest, aSecondFetchThatNeverAnswersKeepsTheFirstSnapshot) {
+    port.addWindow(1, {20, 24});
+    capture({1});
+    port.contentReplies = {CaptureReply::never()};
+    begin({1, 2});
+    world.loop.advance(2.01);
+    EXPECT_EQ(captured(), Ids{1});
+    EXPECT_EQ(capture({1}), Ids{1});
+    EXPECT_EQ(port.contentCalls, 2);
+}
+
+TEST_F(CaptureServiceTest, aWindowThatIsGoneByTheTimeOfItsCaptureHasNoEntry) {
+    port.addWindow(1, {20, 24});
+    port.addWindow(2, {20, 24});
+    capture({1, 2});
+    port.removeWindow(1);
+    EXPECT_EQ(capture({1, 2}), Ids{2});
+    EXPECT_EQ(port.contentCalls, 1) << "the snapshot still lists it";
 }
 
 TEST_F(CaptureServiceTest, permissionsAreThePortsOwnAnswers) {

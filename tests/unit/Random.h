@@ -2,18 +2,21 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <iostream>
 #include <random>
 #include <string>
 
 namespace orrivane {
 
-/// Repeatable chance: the seed comes from ORRIVANE_SEED, else from the machine, and is told by
-/// `trace` in every failure.
+/// Repeatable chance: the seed comes from ORRIVANE_SEED, else from the machine. It is printed at
+/// once, because a test that crashes or hangs tells nothing later, and by `trace` in every failure.
 class Random {
   public:
     Random()
         : seed_(chosenSeed())
-        , engine_(seed_) {}
+        , engine_(seed_) {
+        std::cout << trace() << std::endl;
+    }
 
     [[nodiscard]] std::string trace() const { return "ORRIVANE_SEED=" + std::to_string(seed_); }
     /// Both ends included.

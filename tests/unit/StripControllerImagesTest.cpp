@@ -89,6 +89,40 @@ TEST_F(Images, aFailingSnapshotShowsPlaceholders) {
     EXPECT_FALSE(hasImage(0));
 }
 
+TEST_F(Images, aSnapshotThatNeverAnswersDoesNotStallTheLoop) {
+    world.screenCapture.contentReplies = {CaptureReply::never()};
+    start();
+    advance(1.9);
+    EXPECT_FALSE(shown());
+    advance(0.2);
+    EXPECT_EQ(row(), (Row{left, right}));
+    EXPECT_FALSE(hasImage(0));
+    advance(1);
+    EXPECT_TRUE(hasImage(0));
+}
+
+TEST_F(Images, aFailedSecondSnapshotCostsOnlyTheNewItemItsImage) {
+    start();
+    addItem(13, 690, 20, 3, "New");
+    world.screenCapture.removeWindow(13); // no snapshot lists it yet
+    world.screenCapture.contentReplies = {CaptureReply::now(), CaptureReply::failure()};
+    advance(1);
+    EXPECT_EQ(row(), (Row{13, left, right}));
+    EXPECT_FALSE(hasImage(0));
+    EXPECT_TRUE(hasImage(1));
+    EXPECT_TRUE(hasImage(2));
+    EXPECT_TRUE(world.screenCapture.contentReplies.empty()) << "both snapshots were asked for";
+}
+
+TEST_F(Images, ofTheLastCaptureReplaceAllEarlierOnes) {
+    start();
+    world.screenCapture.captureReplies[left] = CaptureReply::failure();
+    advance(2);
+    EXPECT_TRUE(hasImage(0));
+    advance(1); // the fourth tick captures again
+    EXPECT_FALSE(hasImage(0)) << "the old image does not stay for want of a new one";
+}
+
 struct Press : StripFixture {
     void press(std::uint32_t id) { world.trayPanel.click(id == left ? 0 : 1); }
     [[nodiscard]] const AccessibilityElement& pressed(std::size_t index) const {

@@ -141,6 +141,42 @@ TEST_F(Loop, changedScreensClearTheCachesAndTickAtOnce) {
     EXPECT_EQ(world.screenCapture.contentCalls, contents + 1);
 }
 
+TEST_F(Loop, changedScreensDuringACaptureAreMetByTheNextTick) {
+    world.screenCapture.captureReply = CaptureReply::later(0.6);
+    start();
+    const auto walks = ownerWalks();
+    post(didChangeScreenParameters);
+    advance(0.6);
+    EXPECT_TRUE(shown()) << "the tick under way goes on with what it has";
+    EXPECT_EQ(names(), (std::vector<std::string>{"Unknown", "Unknown"}));
+    world.screenCapture.captureReply = CaptureReply::now();
+    advance(0.5);
+    EXPECT_EQ(ownerWalks(), walks + 1);
+    EXPECT_EQ(names(), (std::vector<std::string>{"Left", "Right"}));
+}
+
+TEST_F(Loop, anotherApplicationDuringACaptureIsMeasuredByTheNextTick) {
+    world.screenCapture.captureReply = CaptureReply::later(0.6);
+    start();
+    const auto reads = menuReads();
+    post(didActivateApplication);
+    EXPECT_EQ(menuReads(), reads);
+    advance(1);
+    EXPECT_EQ(menuReads(), reads + 1);
+}
+
+TEST_F(Loop, aStopDuringATickLeavesTheNextStartItsTrigger) {
+    world.screenCapture.captureReply = CaptureReply::later(0.6);
+    start();
+    controller->setEnabled(false);
+    advance(0.6);
+    controller->setEnabled(true);
+    world.loop.runUntilIdle();
+    advance(0.6);
+    EXPECT_TRUE(shown());
+    EXPECT_EQ(world.journal.count("allWindows"), 2U);
+}
+
 TEST_F(Loop, aDestroyedControllerLeavesNothingBehind) {
     world.screenCapture.captureReply = CaptureReply::later(0.5);
     start();

@@ -9,6 +9,14 @@ struct Sleeping : StripFixture,
                   testing::WithParamInterface<std::pair<SystemNotification, SystemNotification>> {
     SystemNotification asleep = GetParam().first;
     SystemNotification awake = GetParam().second;
+
+    static Task<> captureOnce(CaptureService& service, std::vector<std::uint32_t> ids) {
+        co_await service.captureIcons(std::move(ids));
+    }
+    void captureAsAnotherWould() {
+        orrivane::start(world.loop, captureOnce(captures, {left}));
+        world.loop.runUntilIdle();
+    }
 };
 
 TEST_P(Sleeping, hidesAtOnceAndStopsTheTimer) {
@@ -129,6 +137,53 @@ TEST_P(Sleeping, asleepDuringACaptureItStandsDownInstead) {
     EXPECT_FALSE(shown());
     EXPECT_EQ(controller->mirroredCount(), 0);
     EXPECT_EQ(world.loop.timerCount(), 0U) << "without a timer the interval rule does nothing";
+}
+
+TEST_P(Sleeping, dropsTheSnapshotThatOthersShare) {
+    start();
+    post(asleep);
+    const auto contents = world.screenCapture.contentCalls;
+    captureAsAnotherWould();
+    EXPECT_EQ(world.screenCapture.contentCalls, contents + 1);
+}
+
+TEST_P(Sleeping, asleepAndSwitchedOffDuringACaptureItStandsDownInstead) {
+    world.screenCapture.captureReply = CaptureReply::later(0.5);
+    start();
+    post(asleep);
+    controller->setEnabled(false);
+    advance(1);
+    EXPECT_EQ(world.trayPanel.creations, 0);
+    EXPECT_EQ(world.loop.timerCount(), 0U);
+    post(awake);
+    advance(4);
+    EXPECT_FALSE(shown()) << "nobody listens any more";
+}
+
+TEST_P(Sleeping, aSecondSleepThatIsNotOverWhenTheWaitEndsIsForgotten) {
+    start();
+    post(asleep);
+    post(awake);
+    advance(2.9);
+    post(asleep);
+    world.screens.displayIsAsleep = true; // what keeps the tray hidden then
+    advance(0.1);
+    EXPECT_FALSE(shown());
+    EXPECT_EQ(interval(), 2.0);
+    post(awake);
+    world.screens.displayIsAsleep = false;
+    advance(2);
+    EXPECT_TRUE(shown()) << "no second wait: the flag was clear";
+}
+
+TEST_P(Sleeping, asleepUnderTheOpenMenuItIsForgottenByTheFirstTickAfterTheWake) {
+    start();
+    world.trayPanel.click(0);
+    post(asleep);
+    post(awake);
+    advance(3);
+    world.trayPanel.click(0);
+    EXPECT_EQ(presses(), 2U);
 }
 
 INSTANTIATE_TEST_SUITE_P(Pairs, Sleeping,

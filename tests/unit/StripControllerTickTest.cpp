@@ -225,6 +225,55 @@ TEST_F(Tick, anOwnerWithAnEmptyNameIsAMenuItem) {
     EXPECT_EQ(names(), (std::vector<std::string>{"Menu item", "Right"}));
 }
 
+TEST_F(Tick, anUnknownMenuWidthEndsTheTickBeforeTheImages) {
+    world.accessibility.menuBarOwner.reset();
+    start();
+    advance(10);
+    EXPECT_FALSE(shown());
+    EXPECT_EQ(ownerWalks(), 0U);
+    EXPECT_EQ(captureCount(), 0U);
+}
+
+TEST_F(Tick, ticksOnWhichNothingFitsDoNotCount) {
+    start();
+    setMenuWidth(620);
+    post(SystemNotification::didActivateApplication);
+    for (int tick = 0; tick < 3; ++tick)
+        advance(2);
+    setMenuWidth(200);
+    const auto captured = captureCount();
+    for (int tick = 2; tick <= 3; ++tick)
+        post(SystemNotification::didActivateApplication);
+    EXPECT_TRUE(shown());
+    EXPECT_EQ(captureCount(), captured);
+    post(SystemNotification::didActivateApplication);
+    EXPECT_EQ(captureCount(), captured + 2) << "the fourth that reached the images";
+}
+
+TEST_F(Tick, aSmallerSetIsResolvedAgainAlthoughEveryOwnerIsKnown) {
+    start();
+    setMenuWidth(654 - 10 - 40);
+    post(SystemNotification::didActivateApplication);
+    EXPECT_EQ(row(), Row{right});
+    EXPECT_EQ(ownerWalks(), 2U);
+}
+
+TEST_F(Tick, anotherOrderOfTheSameItemsIsNoOtherSet) {
+    start();
+    for (auto& entry : world.windowList.all)
+        entry.bounds->origin.x = entry.number == left ? 780 : 740;
+    advance(1);
+    EXPECT_EQ(row(), (Row{right, left}));
+    EXPECT_EQ(ownerWalks(), 1U);
+}
+
+TEST_F(Tick, standingDownTwiceHidesOnce) {
+    start();
+    world.windowList.clear();
+    advance(10);
+    EXPECT_EQ(world.journal.count("panel.orderOut"), 1U);
+}
+
 TEST_F(Tick, theStripWindowIsCreatedOnceAtTheFirstShow) {
     controller->start();
     EXPECT_EQ(world.trayPanel.creations, 0);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace orrivane {
 namespace {
 
@@ -162,6 +164,16 @@ TEST(WindowCensus, negativeExtentsCountAsTheStandardisedRectangle) {
     ASSERT_EQ(ids(result.items), Ids{2});
     EXPECT_EQ(result.items.front().frame.minX(), 600);
     EXPECT_TRUE(result.items.front().isEaten);
+}
+
+TEST(WindowCensus, aRectangleWithACoordinateThatIsNoNumberIsNone) {
+    const double none = std::nan("");
+    for (const auto& screen : {notched(), ScriptedScreens::plain()}) {
+        const auto result =
+            take({screen}, {item(1, none, 20), item(2, 10, none), item(3, 10, 20, none),
+                            item(4, 10, 20, 0, none), item(5, 10, 20)});
+        EXPECT_EQ(ids(result.items), Ids{5});
+    }
 }
 
 TEST(WindowCensus, asksThePortsForScreensThenTheFullThenTheOnscreenList) {
