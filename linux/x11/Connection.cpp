@@ -55,6 +55,9 @@ std::unique_ptr<Connection> Connection::open(const char* display, std::string& p
                   "program and start Orrivane again.";
         return nullptr;
     }
+    connection->ignore(xcb_change_window_attributes_checked(raw, connection->root(),
+                                                            XCB_CW_EVENT_MASK, &rootEvents));
+    connection->flush();
     return connection;
 }
 
@@ -124,35 +127,48 @@ bool Connection::internAtoms(int screenNumberOfDisplay) {
 }
 
 void* Connection::waitFor(unsigned sequence, Deadline until) {
-    if (!isResponsive()) {
+    const bool responsive = isResponsive();
+    const auto [answered, reply] =
+        responsive ? poll(sequence, until) : std::pair<bool, void*>{false, nullptr};
+    if (!answered) {
+        ++unanswered_;
         discard(sequence);
-        return nullptr;
+        beginProbe();
     }
-    flush();
+    if (queued_)
+        queued_();
+    return reply;
+}
+
+// Whether an answer came, and the reply unless it was an error.
+std::pair<bool, void*> Connection::poll(unsigned sequence, Deadline until) {
+    xcb_flush(connection_);
     for (;;) {
         void* reply = nullptr;
         xcb_generic_error_t* error = nullptr;
         if (xcb_poll_for_reply(connection_, sequence, &reply, &error) != 0) {
             const Owned<xcb_generic_error_t> owned(error);
-            return reply;
+            return {true, reply};
         }
         const int left = millisecondsUntil(until);
         pollfd descriptor{xcb_get_file_descriptor(connection_), POLLIN, 0};
-        if (left == 0 || poll(&descriptor, 1, left) == 0) {
-            discard(sequence);
-            beginProbe();
-            return nullptr;
-        }
-        if (queued_)
-            queued_();
+        if (left == 0 || ::poll(&descriptor, 1, left) == 0)
+            return {false, nullptr};
     }
+}
+
+// Writing reads as well, so that neither side of a full socket waits for the other.
+void Connection::flush() {
+    xcb_flush(connection_);
+    if (queued_)
+        queued_();
 }
 
 void Connection::beginProbe() {
     if (probe_ != 0)
         return;
     probe_ = xcb_get_input_focus_unchecked(connection_).sequence;
-    flush();
+    xcb_flush(connection_);
 }
 
 bool Connection::isResponsive() {

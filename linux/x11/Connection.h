@@ -13,7 +13,7 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace orrivane::x11 {
 
@@ -24,11 +24,17 @@ using Deadline = std::chrono::steady_clock::time_point;
 /// `answerLimit`: a server that is grabbed or hung makes reads fail instead.
 class Connection {
   public:
+    /// What is heard of the root window: one mask for all parts of the program, because each
+    /// selection replaces the one before.
+    static constexpr std::uint32_t rootEvents = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
+                                                XCB_EVENT_MASK_STRUCTURE_NOTIFY |
+                                                XCB_EVENT_MASK_PROPERTY_CHANGE;
     /// The longest wait for the server in one go.
     static constexpr std::chrono::milliseconds answerLimit{250};
 
-    /// Connects and checks the extensions. Null on failure; `problem` is then one sentence that
-    /// says what is missing and what to do. A null `display` means the environment's.
+    /// Connects, checks the extensions and begins to listen to the root window. Null on failure;
+    /// `problem` is then one sentence that says what is missing and what to do. A null `display`
+    /// means the environment's.
     static std::unique_ptr<Connection> open(const char* display, std::string& problem);
 
     Connection(const Connection&) = delete;
@@ -71,15 +77,18 @@ class Connection {
 
     /// False from a wait that ended without an answer until the server answers again.
     [[nodiscard]] bool isResponsive();
+    /// How many waits have ended without an answer so far; tells a missing answer from an error.
+    [[nodiscard]] std::uint64_t unanswered() const { return unanswered_; }
 
     /// Hands every event that has arrived to the handlers, in order; sends nothing.
     void drain();
     Subscription onEvent(std::function<void(const xcb_generic_event_t&)> handler) {
         return handlers_.add(std::move(handler));
     }
-    /// `queued` is called when a wait may have left events where the descriptor does not show them.
+    /// `queued` is called when a wait or a flush may have left events where the descriptor does not
+    /// show them.
     void setQueuedHandler(std::function<void()> queued) { queued_ = std::move(queued); }
-    void flush() { xcb_flush(connection_); }
+    void flush();
 
     [[nodiscard]] std::uint8_t firstEvent(xcb_extension_t* extension) const;
     [[nodiscard]] bool has(xcb_extension_t* extension) const;
@@ -89,6 +98,7 @@ class Connection {
     [[nodiscard]] std::string missingExtensions();
     [[nodiscard]] bool internAtoms(int screenNumber);
     void* waitFor(unsigned sequence, Deadline until);
+    [[nodiscard]] std::pair<bool, void*> poll(unsigned sequence, Deadline until);
     void beginProbe();
 
     xcb_connection_t* connection_;
@@ -96,6 +106,7 @@ class Connection {
     std::array<xcb_atom_t, atomCount> atoms_{};
     // Sent when a wait failed; its reply says that the server answers again. 0: none under way.
     unsigned probe_ = 0;
+    std::uint64_t unanswered_ = 0;
     ObserverList<const xcb_generic_event_t&> handlers_;
     std::function<void()> queued_;
 };

@@ -38,6 +38,7 @@ std::optional<std::string> CutoutFile::write(const Rect& cutout) const {
     temporary += std::string(".").append(std::to_string(getpid()));
     std::ostringstream line;
     line.imbue(std::locale::classic());
+    line.precision(12);
     line << cutout.minX() << ',' << cutout.minY() << ',' << cutout.width() << ',' << cutout.height()
          << '\n';
     std::ofstream file(temporary, std::ios::trunc);

@@ -22,12 +22,18 @@ std::uint32_t OpenMenus::menuOf(std::uint32_t icon) {
     tree_.update();
     for (const auto& candidate : candidates_) {
         const auto* window = tree_.find(candidate.window);
-        if (candidate.icon == icon && window && window->mapped &&
-            window->type != WindowType::tooltip && window->geometry.width > largestHelper &&
-            window->geometry.height > largestHelper)
+        if (candidate.icon == icon && window && window->mapped && isMenu(*window))
             return candidate.window;
     }
     return 0;
+}
+
+bool OpenMenus::isMenu(const TreeWindow& window) const {
+    const auto* root = tree_.find(connection_.root());
+    // Some toolkits keep a larger helper outside the screen.
+    return window.type != WindowType::tooltip && window.geometry.width > largestHelper &&
+           window.geometry.height > largestHelper && root &&
+           tree_.rootRect(window).intersects(root->geometry);
 }
 
 void OpenMenus::handle(const xcb_generic_event_t& event) {

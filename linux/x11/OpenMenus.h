@@ -9,8 +9,8 @@
 namespace orrivane::x11 {
 
 /// Which pressed icons have a menu open, told by events alone: a menu is an override-redirect
-/// window that the icon's client maps after the press, larger than a toolkit's helper windows and
-/// no tooltip. Two icons of one client are told apart by which was pressed last.
+/// window that the icon's client maps on the screen after the press, larger than a toolkit's helper
+/// windows and no tooltip. Two icons of one client are told apart by which was pressed last.
 class OpenMenus {
   public:
     OpenMenus(Connection& connection, WindowTree& tree);
@@ -25,6 +25,7 @@ class OpenMenus {
         std::uint32_t icon;
     };
     void handle(const xcb_generic_event_t& event);
+    [[nodiscard]] bool isMenu(const TreeWindow& window) const;
 
     Connection& connection_;
     WindowTree& tree_;

@@ -19,8 +19,9 @@ std::optional<std::string> classIn(const xcb_get_property_reply_t* reply) {
     const auto instanceEnd = text.find('\0');
     if (instanceEnd == std::string_view::npos)
         return std::nullopt;
-    const auto name = text.substr(instanceEnd + 1);
-    return std::string(name.substr(0, name.find('\0')));
+    const auto rest = text.substr(instanceEnd + 1);
+    const auto name = rest.substr(0, rest.find('\0'));
+    return name.empty() ? std::nullopt : std::optional(std::string(name));
 }
 
 std::int32_t cardinalIn(const xcb_get_property_reply_t* reply) {

@@ -28,7 +28,9 @@ PixelReader::Read PixelReader::send(xcb_drawable_t drawable, const PixelRect& re
             rect};
 }
 
-PixelReader::Read PixelReader::sendRedirected(std::uint32_t window, const PixelRect& rect) {
+PixelReader::Read PixelReader::sendRedirected(std::uint32_t window, int border, PixelRect rect) {
+    rect.x += border; // the pixmap has the border in it
+    rect.y += border;
     // The name is for the pixmap of this moment: the next resize gives the window another.
     const auto pixmap = xcb_generate_id(connection_.raw());
     connection_.ignore(xcb_composite_name_window_pixmap_checked(connection_.raw(), window, pixmap));

@@ -23,8 +23,9 @@ class PixelReader {
 
     /// `rect` is inside the drawable.
     [[nodiscard]] Read send(xcb_drawable_t drawable, const PixelRect& rect);
-    /// As `send`, of what a redirected window holds whatever lies over it.
-    [[nodiscard]] Read sendRedirected(std::uint32_t window, const PixelRect& rect);
+    /// As `send`, of what a redirected window holds whatever lies over it; `border` is that of the
+    /// window, `rect` lies inside it.
+    [[nodiscard]] Read sendRedirected(std::uint32_t window, int border, PixelRect rect);
     /// Null when the drawable is gone, does not hold `rect`, or is of a depth without colours. Of
     /// 24 bits every pixel is opaque (the rest is padding of any value), 32 are premultiplied.
     [[nodiscard]] std::shared_ptr<PixelImage> receive(const Read& read, Deadline until);

@@ -6,7 +6,7 @@ namespace orrivane::x11 {
 
 namespace {
 
-constexpr std::int64_t statusWindowLayer = 25;
+constexpr std::int64_t ordinaryLayer = 0;
 constexpr int largestHelper = 8; // pixels; toolkits keep small windows of their own mapped
 
 bool isHelper(const PixelRect& rect) {
@@ -62,10 +62,22 @@ void StatusItems::rebuild() {
         item.isCovered = top && isCoveredBy(*top, centre);
         const Rect bounds{{static_cast<double>(item.rect.x), item.band.minY()},
                           {static_cast<double>(item.rect.width), item.band.height()}};
-        entries_.push_back({statusWindowLayer, id, space.toGlobal(bounds), !item.isCovered});
+        entries_.push_back({statusLayer, id, space.toGlobal(bounds), !item.isCovered});
         items_.push_back(item);
     }
-    builtFrom_ = tree_.generation();
+    appendOrdinaryWindows(space);
+    // Without screens the frames are guesses; they are worked out again the next time.
+    builtFrom_ = screens_.monitors().empty() ? 0 : tree_.generation();
+}
+
+void StatusItems::appendOrdinaryWindows(const Space& space) {
+    const auto* root = tree_.find(connection_.root());
+    if (!root)
+        return;
+    for (const auto id : root->children)
+        if (const auto* window = tree_.find(id); window && !window->inputOnly)
+            entries_.push_back(
+                {ordinaryLayer, id, space.toGlobal(tree_.rootRect(*window)), window->mapped});
 }
 
 bool StatusItems::isCoveredBy(const TreeWindow& topLevel, const PixelRect& rect) const {
@@ -106,37 +118,47 @@ std::optional<int> StatusItems::rightEdgeOfDockContent() {
     const auto rect = tree_.rootRect(*dock);
     for (const auto& monitor : screens_.monitors())
         if (monitor.cutout && monitor.rect.intersects(rect))
-            return contentEdge(*dock, monitor.cutout->minX());
+            return contentEdge(*dock, *dock, monitor.cutout->minX());
     return std::nullopt;
 }
 
-std::optional<int> StatusItems::contentEdge(const TreeWindow& window, double notch) const {
+std::optional<int> StatusItems::contentEdge(const TreeWindow& dock, const TreeWindow& window,
+                                            double notch) const {
     std::optional<int> edge;
     for (const auto id : window.children) {
         const auto* child = tree_.find(id);
-        if (!child || !child->mapped || child->role != WindowRole::dockPart || holdsIcon(*child))
+        if (!child || !child->mapped || child->role != WindowRole::dockPart ||
+            isTrayPart(dock, *child))
             continue;
         const auto rect = tree_.rootRect(*child);
-        // What reaches past the notch is a container; what it shows is inside it.
+        // What reaches past the notch or holds the tray is a container; what it shows is inside it.
+        const bool isContainer = rect.right() > notch || holdsTray(dock, *child);
         const auto right =
-            rect.right() <= notch ? std::optional(rect.right()) : contentEdge(*child, notch);
+            isContainer ? contentEdge(dock, *child, notch) : std::optional(rect.right());
         if (!isHelper(rect) && right)
             edge = std::max(edge.value_or(*right), *right);
     }
     return edge;
 }
 
-// Icons, their sockets and the tray's own plugin show nothing of an application's menus.
-bool StatusItems::holdsIcon(const TreeWindow& window) const {
-    if (window.id == tree_.trayOwner())
-        return true;
-    if (const auto* owner = tree_.find(tree_.trayOwner()))
-        if (owner->parent == window.id)
-            return true;
-    return std::ranges::any_of(window.children, [&](std::uint32_t id) {
-        const auto* child = tree_.find(id);
-        return child && (child->role == WindowRole::icon || holdsIcon(*child));
-    });
+// Sockets of icons and the tray's own plugin show nothing of an application's menus.
+bool StatusItems::isTrayPart(const TreeWindow& dock, const TreeWindow& window) const {
+    const auto client = connection_.clientOf(window.id);
+    const auto trayClient = connection_.clientOf(tree_.trayOwner());
+    const bool isPlugin =
+        tree_.trayOwner() != 0 && client == trayClient && client != connection_.clientOf(dock.id);
+    return isPlugin || window.id == tree_.trayOwner() ||
+           std::ranges::any_of(window.children, [&](std::uint32_t id) {
+               const auto* child = tree_.find(id);
+               return child && child->role == WindowRole::icon;
+           });
+}
+
+bool StatusItems::holdsTray(const TreeWindow& dock, const TreeWindow& window) const {
+    return isTrayPart(dock, window) || std::ranges::any_of(window.children, [&](std::uint32_t id) {
+               const auto* child = tree_.find(id);
+               return child && holdsTray(dock, *child);
+           });
 }
 
 } // namespace orrivane::x11

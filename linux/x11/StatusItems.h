@@ -32,7 +32,8 @@ class StatusItems {
     [[nodiscard]] const std::vector<StatusItem>& lastKnown() const { return items_; }
     /// The item as of the last `current`; null when it is gone.
     [[nodiscard]] const StatusItem* find(std::uint32_t window) const;
-    /// The same as window-list entries, layer 25.
+    static constexpr std::int64_t statusLayer = 25;
+    /// The same as window-list entries, layer 25, then the root's children, layer 0.
     const std::vector<WindowListEntry>& entries();
 
     /// The dock that holds the icons, else one in a cutout's band, else any; null without a dock.
@@ -50,15 +51,21 @@ class StatusItems {
     [[nodiscard]] bool isCoveredBy(const TreeWindow& topLevel, const PixelRect& rect) const;
 
     /// Windows of these clients are the program's own.
-    void addOwnClient(std::uint32_t client) { ownClients_.insert(client); }
+    void addOwnClient(std::uint32_t client) {
+        ownClients_.insert(client);
+        builtFrom_ = 0;
+    }
     [[nodiscard]] bool isOwn(std::uint32_t window) const {
         return ownClients_.contains(connection_.clientOf(window));
     }
 
   private:
     void rebuild();
-    [[nodiscard]] bool holdsIcon(const TreeWindow& window) const;
-    [[nodiscard]] std::optional<int> contentEdge(const TreeWindow& window, double notch) const;
+    void appendOrdinaryWindows(const Space& space);
+    [[nodiscard]] bool isTrayPart(const TreeWindow& dock, const TreeWindow& window) const;
+    [[nodiscard]] bool holdsTray(const TreeWindow& dock, const TreeWindow& window) const;
+    [[nodiscard]] std::optional<int> contentEdge(const TreeWindow& dock, const TreeWindow& window,
+                                                 double notch) const;
     [[nodiscard]] const TreeWindow* findDock();
 
     Connection& connection_;

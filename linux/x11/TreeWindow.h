@@ -27,12 +27,12 @@ struct TreeWindow {
     int border = 0;
     bool mapped = false;
     bool inputOnly = false;
-    bool overrideRedirect = false;
     bool hasXembedInfo = false;
     WindowType type = WindowType::none;
     bool isShaped = false;
     PixelRect bounding; ///< extents of the bounding shape inside the window; children of the root
     std::vector<std::uint32_t> children; ///< bottom to top
+    std::uint32_t listedBy = 0; ///< the request that `children` were read by; 0 before that
     /// Told apart from an earlier window of the same id, which the server may give out again.
     std::uint64_t serial = 0;
 };

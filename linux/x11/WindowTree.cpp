@@ -15,6 +15,7 @@ void WindowTree::invalidate() {
     windows_.clear();
     dirty_.clear();
     rootsKnown_ = false;
+    wasComplete_ = false;
     changed();
 }
 
@@ -26,7 +27,7 @@ const TreeWindow* WindowTree::find(std::uint32_t id) const {
 std::vector<std::uint32_t> WindowTree::icons() const {
     std::vector<std::uint32_t> result;
     std::vector<std::uint32_t> open;
-    if (rootsKnown_)
+    if (wasComplete_)
         open.push_back(connection_.root());
     while (!open.empty()) {
         const auto* window = find(open.back());

@@ -24,7 +24,7 @@ class WindowTree {
     WindowTree& operator=(const WindowTree&) = delete;
 
     /// Takes in all pending events and reads what is unknown. False when the server did not answer
-    /// in time: the tree is then empty until an update succeeds.
+    /// in time: there are no icons then until an update succeeds.
     bool update();
     /// Forgets everything; the next update reads anew.
     void invalidate();
@@ -58,10 +58,11 @@ class WindowTree {
     struct PendingRead;
 
     bool readRoots(Deadline until);
+    [[nodiscard]] std::optional<bool> listenToTrayOwner(Deadline until);
     bool readDirty(Deadline until);
     [[nodiscard]] PendingRead send(std::uint32_t id, WindowRole role);
     bool receive(const PendingRead& pending, Deadline until, std::set<std::uint32_t>& next);
-    void takeChildren(std::uint32_t id, const xcb_query_tree_reply_t* tree,
+    void takeChildren(const PendingRead& read, const xcb_query_tree_reply_t* tree,
                       std::set<std::uint32_t>& next);
     [[nodiscard]] WindowType typeIn(const xcb_get_property_reply_t* reply) const;
     [[nodiscard]] WindowRole roleOf(const TreeWindow& window) const;
@@ -72,11 +73,12 @@ class WindowTree {
     void markDirty(std::uint32_t id);
 
     void handle(const xcb_generic_event_t& event);
-    void created(const xcb_create_notify_event_t& event);
-    void configured(const xcb_configure_notify_event_t& event);
-    void reparented(const xcb_reparent_notify_event_t& event);
+    void created(const xcb_create_notify_event_t& event, std::uint32_t sequence);
+    void destroyed(std::uint32_t id, std::uint32_t sequence);
+    void configured(const xcb_configure_notify_event_t& event, std::uint32_t sequence);
+    void reparented(const xcb_reparent_notify_event_t& event, std::uint32_t sequence);
     void mapped(std::uint32_t id, bool isMapped);
-    void circulated(const xcb_circulate_notify_event_t& event);
+    void circulated(const xcb_circulate_notify_event_t& event, std::uint32_t sequence);
     void propertyChanged(const xcb_property_notify_event_t& event);
     void shaped(const xcb_generic_event_t& event);
     void messaged(const xcb_client_message_event_t& event);
@@ -86,6 +88,7 @@ class WindowTree {
     std::unordered_map<std::uint32_t, TreeWindow> windows_;
     std::set<std::uint32_t> dirty_;
     bool rootsKnown_ = false;
+    bool wasComplete_ = false; // everything has been read once since the roots are known
     std::uint32_t trayOwner_ = 0;
     std::uint32_t managerWindow_ = 0;
     std::uint8_t shapeEvent_ = 0;

@@ -15,6 +15,10 @@ const Event& as(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
 }
 
+bool isOlderThanList(const TreeWindow& parent, std::uint32_t sequence) {
+    return parent.listedBy != 0 && static_cast<std::int32_t>(sequence - parent.listedBy) < 0;
+}
+
 } // namespace
 
 void WindowTree::handle(const xcb_generic_event_t& event) {
@@ -24,19 +28,18 @@ void WindowTree::handle(const xcb_generic_event_t& event) {
     // Clients may send any event themselves; only messages are meant to be.
     if (type != event.response_type && type != XCB_CLIENT_MESSAGE)
         return;
+    const auto sequence = event.full_sequence;
     switch (type) {
     case XCB_CREATE_NOTIFY:
-        return created(as<xcb_create_notify_event_t>(event));
-    case XCB_DESTROY_NOTIFY: {
-        const auto window = as<xcb_destroy_notify_event_t>(event).window;
-        return window == trayOwner_ ? invalidate() : forget(window);
-    }
+        return created(as<xcb_create_notify_event_t>(event), sequence);
+    case XCB_DESTROY_NOTIFY:
+        return destroyed(as<xcb_destroy_notify_event_t>(event).window, sequence);
     case XCB_MAP_NOTIFY:
         return mapped(as<xcb_map_notify_event_t>(event).window, true);
     case XCB_UNMAP_NOTIFY:
         return mapped(as<xcb_unmap_notify_event_t>(event).window, false);
     case XCB_CONFIGURE_NOTIFY:
-        return configured(as<xcb_configure_notify_event_t>(event));
+        return configured(as<xcb_configure_notify_event_t>(event), sequence);
     case XCB_GRAVITY_NOTIFY: {
         const auto& gravity = as<xcb_gravity_notify_event_t>(event);
         if (const auto found = windows_.find(gravity.window); found != windows_.end()) {
@@ -47,9 +50,9 @@ void WindowTree::handle(const xcb_generic_event_t& event) {
         return;
     }
     case XCB_REPARENT_NOTIFY:
-        return reparented(as<xcb_reparent_notify_event_t>(event));
+        return reparented(as<xcb_reparent_notify_event_t>(event), sequence);
     case XCB_CIRCULATE_NOTIFY:
-        return circulated(as<xcb_circulate_notify_event_t>(event));
+        return circulated(as<xcb_circulate_notify_event_t>(event), sequence);
     case XCB_PROPERTY_NOTIFY:
         return propertyChanged(as<xcb_property_notify_event_t>(event));
     case XCB_CLIENT_MESSAGE:
@@ -60,16 +63,32 @@ void WindowTree::handle(const xcb_generic_event_t& event) {
     }
 }
 
-void WindowTree::created(const xcb_create_notify_event_t& event) {
+// A list of children may have been read after an event that is only now taken from the queue. The
+// list then knows better who is in it and in which order; sizes and the like come right by
+// themselves, because the events up to the list follow.
+void WindowTree::created(const xcb_create_notify_event_t& event, std::uint32_t sequence) {
+    // The server's own windows, such as a compositor's overlay, are in no list either.
+    if (connection_.clientOf(event.window) == 0)
+        return;
     const auto* parent = find(event.parent);
-    if (!parent || !wantsChildren(*parent))
+    if (!parent || !wantsChildren(*parent) || isOlderThanList(*parent, sequence))
         return;
     insertChild(event.parent, event.window);
     auto& window = windows_[event.window];
     window.geometry = {event.x, event.y, event.width, event.height};
     window.border = event.border_width;
-    window.overrideRedirect = event.override_redirect != 0;
     markDirty(event.window);
+}
+
+void WindowTree::destroyed(std::uint32_t id, std::uint32_t sequence) {
+    if (id == trayOwner_)
+        return invalidate();
+    const auto* window = find(id);
+    const auto* parent = window ? find(window->parent) : nullptr;
+    // What a later list still names is another window that was given the same id.
+    if (parent && isOlderThanList(*parent, sequence))
+        markDirty(parent->id);
+    forget(id);
 }
 
 void WindowTree::mapped(std::uint32_t id, bool isMapped) {
@@ -79,11 +98,12 @@ void WindowTree::mapped(std::uint32_t id, bool isMapped) {
     found->second.mapped = isMapped;
     changed();
     // Clients say what their window is before they map it, so what is not listened to is read then.
-    if (isMapped && found->second.role == WindowRole::other)
+    const auto role = found->second.role;
+    if (isMapped && (role == WindowRole::other || role == WindowRole::managed))
         markDirty(id);
 }
 
-void WindowTree::configured(const xcb_configure_notify_event_t& event) {
+void WindowTree::configured(const xcb_configure_notify_event_t& event, std::uint32_t sequence) {
     const auto found = windows_.find(event.window);
     if (found == windows_.end())
         return;
@@ -94,7 +114,7 @@ void WindowTree::configured(const xcb_configure_notify_event_t& event) {
         window.bounding = {0, 0, event.width, event.height};
     changed();
     const auto parent = windows_.find(window.parent);
-    if (parent == windows_.end())
+    if (parent == windows_.end() || isOlderThanList(parent->second, sequence))
         return;
     auto& siblings = parent->second.children;
     const auto below = std::ranges::find(siblings, event.above_sibling);
@@ -109,25 +129,33 @@ void WindowTree::configured(const xcb_configure_notify_event_t& event) {
     siblings.insert(place, event.window);
 }
 
-void WindowTree::reparented(const xcb_reparent_notify_event_t& event) {
+void WindowTree::reparented(const xcb_reparent_notify_event_t& event, std::uint32_t sequence) {
+    const auto* known = find(event.window);
+    const auto* before = known ? find(known->parent) : nullptr;
+    if (before && isOlderThanList(*before, sequence)) {
+        markDirty(event.window); // it is where the list says, but not what it was there before
+        return;
+    }
     const auto* parent = find(event.parent);
-    if (!parent || !wantsChildren(*parent)) {
+    if (!parent || !wantsChildren(*parent) || isOlderThanList(*parent, sequence)) {
         forget(event.window);
         return;
     }
     insertChild(event.parent, event.window);
+    auto& siblings = windows_[event.parent].children;
+    std::erase(siblings, event.window); // it comes to lie on top, also of the siblings it had
+    siblings.push_back(event.window);
     auto& window = windows_[event.window];
     window.geometry.x = event.x;
     window.geometry.y = event.y;
-    window.overrideRedirect = event.override_redirect != 0;
     window.role = WindowRole::other; // until it is read in its new place
     markDirty(event.window);
 }
 
-void WindowTree::circulated(const xcb_circulate_notify_event_t& event) {
+void WindowTree::circulated(const xcb_circulate_notify_event_t& event, std::uint32_t sequence) {
     const auto* window = find(event.window);
     const auto parent = window ? windows_.find(window->parent) : windows_.end();
-    if (parent == windows_.end())
+    if (parent == windows_.end() || isOlderThanList(parent->second, sequence))
         return;
     auto& siblings = parent->second.children;
     std::erase(siblings, event.window);

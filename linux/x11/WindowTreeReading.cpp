@@ -3,19 +3,16 @@
 #include <xcb/shape.h>
 
 #include <unordered_set>
+#include <utility>
 
 namespace orrivane::x11 {
 
 namespace {
 
-constexpr std::uint32_t rootEvents = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY |
-                                     XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-                                     XCB_EVENT_MASK_PROPERTY_CHANGE;
-
 std::uint32_t eventsFor(WindowRole role) {
     switch (role) {
     case WindowRole::root:
-        return rootEvents;
+        return Connection::rootEvents;
     case WindowRole::managed:
         return XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     case WindowRole::dockPart:
@@ -50,33 +47,25 @@ bool WindowTree::update() {
     connection_.drain();
     if (connection_.isLost())
         invalidate();
-    if (rootsKnown_ && dirty_.empty())
-        return true;
     const auto until = Connection::deadline();
-    if (!rootsKnown_ && !readRoots(until)) {
-        invalidate();
-        return false;
-    }
-    while (!dirty_.empty()) {
-        if (!readDirty(until)) {
+    // A tray or a window manager that changes meanwhile makes the read begin anew.
+    while (!rootsKnown_ || !dirty_.empty()) {
+        if (rootsKnown_ ? !readDirty(until) : !readRoots(until)) {
             invalidate();
             return false;
         }
         connection_.drain();
-        if (!rootsKnown_)
-            return false; // the tray or the window manager changed meanwhile: next time anew
         // Windows that never stop changing are left for the next update.
         if (std::chrono::steady_clock::now() > until - Connection::answerLimit / 2)
             break;
     }
-    return true;
+    wasComplete_ = wasComplete_ || (rootsKnown_ && dirty_.empty());
+    return wasComplete_;
 }
 
 bool WindowTree::readRoots(Deadline until) {
     auto* raw = connection_.raw();
     const auto root = connection_.root();
-    connection_.ignore(
-        xcb_change_window_attributes_checked(raw, root, XCB_CW_EVENT_MASK, &rootEvents));
     const auto owner = xcb_get_selection_owner(raw, connection_.atom(Atom::traySelection));
     const auto check = xcb_get_property(raw, 0, root, connection_.atom(Atom::supportingWmCheck),
                                         XCB_ATOM_WINDOW, 0, 1);
@@ -92,18 +81,30 @@ bool WindowTree::readRoots(Deadline until) {
     if (checkReply->format == 32 && xcb_get_property_value_length(checkReply.get()) == 4)
         managerWindow_ =
             *static_cast<const std::uint32_t*>(xcb_get_property_value(checkReply.get()));
-    if (trayOwner_ != 0) {
-        constexpr std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        connection_.ignore(
-            xcb_change_window_attributes_checked(raw, trayOwner_, XCB_CW_EVENT_MASK, &events));
-    }
+    const auto confirmed = listenToTrayOwner(until);
+    if (!confirmed)
+        return false;
     shapeEvent_ =
         static_cast<std::uint8_t>(connection_.firstEvent(&xcb_shape_id) + XCB_SHAPE_NOTIFY);
     windows_[root].id = root;
     windows_[root].role = WindowRole::root;
-    rootsKnown_ = true;
+    rootsKnown_ = *confirmed;
     markDirty(root);
     return true;
+}
+
+// Whether the tray is still the one that was found, now that its end will be heard of.
+std::optional<bool> WindowTree::listenToTrayOwner(Deadline until) {
+    if (trayOwner_ == 0)
+        return true;
+    auto* raw = connection_.raw();
+    constexpr std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    connection_.ignore(
+        xcb_change_window_attributes_checked(raw, trayOwner_, XCB_CW_EVENT_MASK, &events));
+    ++roundTrips_;
+    const auto owner = connection_.wait<xcb_get_selection_owner_reply_t>(
+        xcb_get_selection_owner(raw, connection_.atom(Atom::traySelection)), until);
+    return owner ? std::optional(owner->owner == trayOwner_) : std::nullopt;
 }
 
 bool WindowTree::readDirty(Deadline until) {
@@ -158,6 +159,7 @@ WindowTree::PendingRead WindowTree::send(std::uint32_t id, WindowRole role) {
 }
 
 bool WindowTree::receive(const PendingRead& read, Deadline until, std::set<std::uint32_t>& next) {
+    const auto unanswered = connection_.unanswered();
     const auto attributes =
         connection_.wait<xcb_get_window_attributes_reply_t>(read.attributes, until);
     const auto geometry = connection_.wait<xcb_get_geometry_reply_t>(read.geometry, until);
@@ -173,7 +175,7 @@ bool WindowTree::receive(const PendingRead& read, Deadline until, std::set<std::
     optional(read.type, type);
     optional(read.xembed, xembed);
     optional(read.extents, extents);
-    if (!connection_.isResponsive() || connection_.isLost())
+    if (connection_.unanswered() != unanswered || connection_.isLost())
         return false;
     if (!windows_.contains(read.id))
         return true;
@@ -187,27 +189,27 @@ bool WindowTree::receive(const PendingRead& read, Deadline until, std::set<std::
     window.border = geometry->border_width;
     window.mapped = attributes->map_state != XCB_MAP_STATE_UNMAPPED;
     window.inputOnly = attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY;
-    window.overrideRedirect = attributes->override_redirect != 0;
     window.isShaped = extents && extents->bounding_shaped != 0;
     window.bounding = wholeOf(window);
     if (window.isShaped)
         window.bounding = {extents->bounding_shape_extents_x, extents->bounding_shape_extents_y,
                            extents->bounding_shape_extents_width,
                            extents->bounding_shape_extents_height};
-    if (read.type.sequence != 0)
-        window.type = typeIn(type.get());
-    if (read.xembed.sequence != 0)
-        window.hasXembedInfo = xembed && xembed->type != XCB_ATOM_NONE;
-    window.role = roleOf(window);
+    window.type = typeIn(type.get());
+    window.hasXembedInfo = xembed && xembed->type != XCB_ATOM_NONE;
+    // What the children are follows from it.
+    if (const auto before = std::exchange(window.role, roleOf(window)); before != window.role)
+        next.insert(window.children.begin(), window.children.end());
     if (window.role != read.role)
         next.insert(read.id); // read again, now listening to what the role needs
     else
-        takeChildren(read.id, tree.get(), next);
+        takeChildren(read, tree.get(), next);
     return true;
 }
 
-void WindowTree::takeChildren(std::uint32_t id, const xcb_query_tree_reply_t* tree,
+void WindowTree::takeChildren(const PendingRead& read, const xcb_query_tree_reply_t* tree,
                               std::set<std::uint32_t>& next) {
+    const auto id = read.id;
     std::vector<std::uint32_t> listed;
     if (tree && wantsChildren(windows_[id])) {
         const auto* first = xcb_query_tree_children(tree);
@@ -225,6 +227,7 @@ void WindowTree::takeChildren(std::uint32_t id, const xcb_query_tree_reply_t* tr
             next.insert(child);
     }
     windows_[id].children = std::move(listed);
+    windows_[id].listedBy = read.tree.sequence;
 }
 
 WindowType WindowTree::typeIn(const xcb_get_property_reply_t* reply) const {

@@ -115,8 +115,11 @@ std::optional<AttributeValue> X11Accessibility::ofApplication(const Element& ele
                                                               std::string_view attribute) {
     if (attribute == "AXExtrasMenuBar" && !itemsOf(element.process).empty())
         return Element::make(Element::Kind::extrasMenuBar, element.process);
-    if (attribute == "AXMenuBar" && parts_.items.dock())
-        return Element::make(Element::Kind::menuBar, element.process);
+    if (attribute == "AXMenuBar" && parts_.items.dock()) {
+        const auto owner = menuBarOwningApplication();
+        if (owner && owner->processIdentifier == element.process)
+            return Element::make(Element::Kind::menuBar, element.process);
+    }
     return std::nullopt;
 }
 

@@ -28,7 +28,7 @@ X11PanelStage::X11PanelStage(Connection& connection, MainLoop& loop, X11Screens&
         // A compositor that starts tells the root with a message.
         if (destroyed || (event.response_type & ~sentBit) == XCB_CLIENT_MESSAGE)
             compositorKnown_ = false;
-        if (panel_ != 0 && tree_.generation() != lastGeneration_)
+        if (panel_ != 0 && (!compositorKnown_ || tree_.generation() != lastGeneration_))
             look_.request();
     })) {}
 
@@ -36,6 +36,7 @@ void X11PanelStage::adopt(std::uint32_t window) {
     panel_ = window;
     items_.addOwnClient(connection_.clientOf(window));
     presser_.setPanel(window);
+    look_.request(); // what holds now is what changes are measured by
 }
 
 std::uint32_t X11PanelStage::dockTopLevel() {
@@ -165,7 +166,7 @@ std::shared_ptr<const PixelImage> X11PanelStage::readBackdrop(const PixelRect& r
                            std::min(rect.bottom(), dock.bottom()) - std::max(rect.y, dock.y)};
     if (inside.isEmpty())
         return nullptr;
-    const auto read = reader_.sendRedirected(window->id, inside);
+    const auto read = reader_.sendRedirected(window->id, window->border, inside);
     const auto pixels = reader_.receive(read, Connection::deadline());
     if (!pixels)
         return nullptr;

@@ -7,7 +7,8 @@ namespace orrivane::x11 {
 X11Platform::X11Platform(Connection& connection, MainLoop& loop, Settings settings)
     : tree(connection)
     , menus(connection, tree)
-    , screens(connection, settings.scale, std::move(settings.userCutout))
+    , screens(connection, settings.scale, std::move(settings.userCutout),
+              std::move(settings.deviceTree))
     , items(connection, tree, screens)
     , windowList(items)
     , ownWindows(items, tree)

@@ -22,6 +22,7 @@ struct X11Platform {
         CutoutFile userCutout;
         X11Workspace::Toolkit toolkit;
         X11Accessibility::GlobalMenu globalMenu;
+        std::filesystem::path deviceTree = KnownPanels::kernelsFolder;
     };
 
     /// `connection` and `loop` outlive it.

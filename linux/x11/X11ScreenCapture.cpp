@@ -34,7 +34,7 @@ void X11ScreenCapture::shareableContent(
     std::function<void(std::optional<ShareableContent>)> completion) {
     ShareableContent content;
     for (const auto& entry : items_.entries())
-        if (entry.number && entry.bounds)
+        if (entry.layer == StatusItems::statusLayer && entry.number && entry.bounds)
             content.windows.push_back({*entry.number, *entry.bounds, nullptr});
     if (!connection_.isResponsive() || connection_.isLost())
         return completion(std::nullopt);
@@ -56,23 +56,26 @@ void X11ScreenCapture::captureImage(const ShareableWindow& window,
 void X11ScreenCapture::flushJobs() {
     flushPosted_ = false;
     auto jobs = std::exchange(jobs_, {});
+    if (jobs.empty())
+        return; // another call has taken them along
     items_.current();
     const bool firstTry = std::ranges::none_of(jobs, &Job::waited);
     if (firstTry)
         endRedirectionsNotIn(jobs);
     std::vector<Sent> sent;
+    std::vector<Job> failed;
     for (auto& job : jobs) {
         const auto* item = items_.find(job.window);
-        if (!item) {
-            job.completion(std::nullopt);
-            continue;
-        }
-        if (const auto read = begin(job, *item))
+        if (!item)
+            failed.push_back(std::move(job));
+        else if (const auto read = begin(job, *item))
             sent.push_back({std::move(job), *item, *read});
         else
             waiting_.push_back(std::move(job));
     }
     receive(std::move(sent));
+    for (const auto& job : failed)
+        job.completion(std::nullopt);
     if (!waiting_.empty() && !settle_)
         settle_ = loop_.wakeUp(Redirection::settleTime, [this] {
             settle_.reset();
@@ -83,8 +86,13 @@ void X11ScreenCapture::flushJobs() {
 
 std::optional<PixelReader::Read> X11ScreenCapture::begin(Job& job, const StatusItem& item) {
     const PixelRect whole{0, 0, item.rect.width, item.rect.height};
+    const auto* icon = tree_.find(item.window);
+    const bool isDrawing =
+        !job.waited && std::ranges::find(waiting_, item.window, &Job::window) != waiting_.end();
+    if (isDrawing)
+        return std::nullopt; // it has been asked to, for another capture
     if (redirection_.contains(item.window, item.serial))
-        return reader_.sendRedirected(item.window, whole);
+        return reader_.sendRedirected(item.window, icon ? icon->border : 0, whole);
     if (job.waited || !somethingLiesOver(item))
         return reader_.send(item.window, whole);
     redirection_.begin(item.window, item.serial);
@@ -103,10 +111,14 @@ bool X11ScreenCapture::somethingLiesOver(const StatusItem& item) const {
 
 void X11ScreenCapture::receive(std::vector<Sent> sent) {
     const auto until = Connection::deadline();
-    for (auto& one : sent) {
+    std::vector<std::optional<Image>> images;
+    for (const auto& one : sent) {
         const auto icon = reader_.receive(one.read, until);
-        one.job.completion(icon ? std::optional(place(*icon, one)) : std::nullopt);
+        images.push_back(icon ? std::optional(place(*icon, one)) : std::nullopt);
     }
+    // Whoever is told may take as long as he likes: nothing is under way any more.
+    for (std::size_t i = 0; i < sent.size(); ++i)
+        sent[i].job.completion(std::move(images[i]));
 }
 
 Image X11ScreenCapture::place(const PixelImage& icon, const Sent& sent) const {
@@ -118,7 +130,8 @@ Image X11ScreenCapture::place(const PixelImage& icon, const Sent& sent) const {
 
 void X11ScreenCapture::endRedirectionsNotIn(const std::vector<Job>& jobs) {
     std::erase_if(redirected_, [&](std::uint32_t window) {
-        if (std::ranges::find(jobs, window, &Job::window) != jobs.end())
+        if (std::ranges::find(jobs, window, &Job::window) != jobs.end() ||
+            std::ranges::find(waiting_, window, &Job::window) != waiting_.end())
             return false;
         if (tree_.find(window))
             redirection_.end(window);

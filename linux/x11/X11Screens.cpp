@@ -1,7 +1,5 @@
 #include <linux/x11/X11Screens.h>
 
-#include <linux/x11/KnownPanels.h>
-
 #include <xcb/dpms.h>
 #include <xcb/randr.h>
 #include <xcb/screensaver.h>
@@ -24,10 +22,12 @@ PixelRect intersection(const PixelRect& a, const PixelRect& b) {
 
 } // namespace
 
-X11Screens::X11Screens(Connection& connection, double scale, CutoutFile userCutout)
+X11Screens::X11Screens(Connection& connection, double scale, CutoutFile userCutout,
+                       std::filesystem::path deviceTree)
     : connection_(connection)
     , scale_(scale)
     , userCutout_(std::move(userCutout))
+    , deviceTree_(std::move(deviceTree))
     , events_(connection.onEvent([this](const xcb_generic_event_t& event) { handle(event); })) {
     listen();
 }
@@ -83,7 +83,6 @@ void X11Screens::handle(const xcb_generic_event_t& event) {
 }
 
 const std::vector<Monitor>& X11Screens::monitors() {
-    connection_.drain();
     if (!known_)
         readMonitors();
     return monitors_;
@@ -136,8 +135,9 @@ void X11Screens::layCutouts(const std::vector<Rect>& cutouts) {
     for (auto& monitor : monitors_) {
         const Rect screen = Space::real(monitor.rect);
         for (const auto& cutout : cutouts) {
-            const bool inside = cutout.midX() >= screen.minX() && cutout.midX() < screen.maxX() &&
-                                cutout.midY() >= screen.minY() && cutout.midY() < screen.maxY();
+            // A camera at the bottom is no notch.
+            const bool inside = cutout.minX() >= screen.minX() && cutout.maxX() <= screen.maxX() &&
+                                cutout.minY() >= screen.minY() && cutout.maxY() <= screen.midY();
             if (monitor.cutout || !inside || cutout.width() <= 0 || cutout.height() <= 0)
                 continue;
             monitor.cutout = cutout;
@@ -145,7 +145,8 @@ void X11Screens::layCutouts(const std::vector<Rect>& cutouts) {
         }
         if (!monitor.cutout)
             monitor.inset =
-                KnownPanels::notchRows(monitor.rect.width, monitor.rect.height).value_or(0);
+                KnownPanels::notchRows(monitor.rect.width, monitor.rect.height, deviceTree_)
+                    .value_or(0);
     }
 }
 
@@ -169,6 +170,7 @@ std::optional<Rect> X11Screens::cutoutBand(const PixelRect& pixels) {
 }
 
 bool X11Screens::knowsOnlyTheInset() {
+    connection_.drain();
     const auto& all = monitors();
     return std::ranges::any_of(
         all, [](const Monitor& monitor) { return monitor.inset > 0 && !monitor.cutout; });
@@ -192,6 +194,7 @@ ScreenDescription X11Screens::describe(const Monitor& monitor) {
 }
 
 std::vector<ScreenDescription> X11Screens::screens() {
+    connection_.drain();
     std::vector<ScreenDescription> result;
     for (const auto& monitor : monitors())
         result.push_back(describe(monitor));
@@ -199,10 +202,11 @@ std::vector<ScreenDescription> X11Screens::screens() {
 }
 
 std::optional<ScreenDescription> X11Screens::mainScreen() {
+    connection_.drain();
+    const auto window = activeWindow_ ? activeWindow_() : 0;
     const auto& all = monitors();
     if (all.empty())
         return std::nullopt;
-    const auto window = activeWindow_ ? activeWindow_() : 0;
     if (window == 0)
         return describe(all.front());
     auto* raw = connection_.raw();

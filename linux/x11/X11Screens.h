@@ -4,6 +4,7 @@
 
 #include <linux/x11/Connection.h>
 #include <linux/x11/CutoutFile.h>
+#include <linux/x11/KnownPanels.h>
 #include <linux/x11/Space.h>
 
 #include <cstdint>
@@ -27,14 +28,16 @@ struct Monitor {
 class X11Screens : public Screens {
   public:
     /// `scale` is root pixels a point.
-    X11Screens(Connection& connection, double scale, CutoutFile userCutout);
+    X11Screens(Connection& connection, double scale, CutoutFile userCutout,
+               std::filesystem::path deviceTree);
 
     std::vector<ScreenDescription> screens() override;
     std::optional<ScreenDescription> mainScreen() override;
     Rect visibleFrame(const ScreenDescription& screen) override;
     bool mainDisplayIsAsleep() override;
 
-    /// The primary one first; empty when the server did not answer.
+    /// The primary one first; empty when the server did not answer. These take in no events, so
+    /// that what the caller has looked up in the tree stays valid.
     const std::vector<Monitor>& monitors();
     Space space();
     /// Root pixels a point.
@@ -69,6 +72,7 @@ class X11Screens : public Screens {
     Connection& connection_;
     double scale_;
     CutoutFile userCutout_;
+    std::filesystem::path deviceTree_;
     std::function<std::uint32_t()> activeWindow_;
     std::vector<Monitor> monitors_;
     bool known_ = false;

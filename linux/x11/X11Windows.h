@@ -7,7 +7,8 @@
 
 namespace orrivane::x11 {
 
-/// The window list: tray icons, each as wide as its window and as high as the bar's band.
+/// The window list: tray icons, each as wide as its window and as high as the bar's band, and what
+/// else lies directly on the root.
 class X11WindowList : public WindowList {
   public:
     explicit X11WindowList(StatusItems& items)

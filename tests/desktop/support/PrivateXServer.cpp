@@ -4,6 +4,7 @@
 #include "WaitFor.h"
 
 #include <array>
+#include <cstdlib>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -37,6 +38,12 @@ std::string readLine(int descriptor, ChildProcess& server) {
     return line;
 }
 
+void passOn(const char* variable, Environment& environment) {
+    if (const char* value = std::getenv(variable); value != nullptr) {
+        environment[variable] = value;
+    }
+}
+
 } // namespace
 
 PrivateXServer::PrivateXServer(const Options& options, const std::string& directory)
@@ -45,20 +52,28 @@ PrivateXServer::PrivateXServer(const Options& options, const std::string& direct
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw std::runtime_error("no pipe for the X server");
     }
+    const bool nested = !options.nestedIn.empty();
+    const std::string size = std::to_string(options.width) + "x" + std::to_string(options.height);
     // Without -noreset the server would drop every property when its last client leaves.
     ChildProcess::Options child;
-    child.arguments = {"Xvfb",
+    child.arguments = {nested ? "Xephyr" : "Xvfb",
                        "-displayfd",
                        std::to_string(ends[1]),
-                       "-screen",
-                       "0",
-                       std::to_string(options.width) + "x" + std::to_string(options.height) + "x24",
                        "-noreset",
                        "-nolisten",
-                       "tcp"};
+                       "tcp",
+                       "-screen"};
+    child.environment = plainEnvironment();
+    if (nested) {
+        child.arguments.insert(child.arguments.end(), {size, "-title", "Orrivane"});
+        child.environment["DISPLAY"] = options.nestedIn;
+        passOn("XAUTHORITY", child.environment);
+        passOn("HOME", child.environment);
+    } else {
+        child.arguments.insert(child.arguments.end(), {"0", size + "x24"});
+    }
     child.arguments.insert(child.arguments.end(), options.extraArguments.begin(),
                            options.extraArguments.end());
-    child.environment = plainEnvironment();
     child.logFile = directory + "/xvfb.log";
     child.keepOpen = {ends[1]};
     process_.emplace(std::move(child));
@@ -66,7 +81,7 @@ PrivateXServer::PrivateXServer(const Options& options, const std::string& direct
     const std::string number = readLine(ends[0], *process_);
     close(ends[0]);
     if (number.empty()) {
-        throw std::runtime_error("Xvfb did not start:\n" + process_->log());
+        throw std::runtime_error(process_->name() + " did not start:\n" + process_->log());
     }
     display_ = ":" + number;
 }

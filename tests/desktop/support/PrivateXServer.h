@@ -8,13 +8,15 @@
 
 namespace orrivane::e2e {
 
-/// An Xvfb on a display nobody else uses; gone with this object.
+/// An X server on a display nobody else uses, without a screen or in a window; gone with this
+/// object.
 class PrivateXServer {
   public:
     struct Options {
         int width = 1512; ///< pixels
         int height = 982;
         std::vector<std::string> extraArguments; ///< such as "-extension", "XTEST"
+        std::string nestedIn{}; ///< the display that shows it as a window; empty: nobody sees it
     };
 
     /// Returns when the server takes connections. `directory` receives its log.
