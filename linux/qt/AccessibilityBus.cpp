@@ -9,6 +9,14 @@ namespace orrivane {
 
 namespace {
 
+constexpr QLatin1String service("org.a11y.Bus");
+
+bool saysThatNobodyIsThere(const QDBusMessage& reply) {
+    const auto name = reply.errorName();
+    return name == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner") ||
+           name == QLatin1String("org.freedesktop.DBus.Error.ServiceUnknown");
+}
+
 // A bus call with no time left still needs a positive time-out.
 int remaining(const QDeadlineTimer& deadline) {
     return static_cast<int>(std::clamp<qint64>(deadline.remainingTime(), 1, 10'000));
@@ -71,16 +79,28 @@ std::vector<QDBusMessage> AccessibilityBus::call(const std::vector<QDBusMessage>
     return replies;
 }
 
+QDBusConnection& AccessibilityBus::session() {
+    if (!session_)
+        session_ = QDBusConnection::sessionBus();
+    if (!watcher_) {
+        watcher_ = std::make_unique<QDBusServiceWatcher>(service, *session_,
+                                                         QDBusServiceWatcher::WatchForOwnerChange);
+        QObject::connect(watcher_.get(), &QDBusServiceWatcher::serviceOwnerChanged,
+                         [this] { isAbsent_ = false; });
+    }
+    return *session_;
+}
+
 QString AccessibilityBus::address(const QDeadlineTimer& deadline) {
-    if (!session_ && !hasSessionBus())
+    if (isAbsent_ || (!session_ && !hasSessionBus()))
         return {};
-    auto question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-        QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"));
+    auto question = QDBusMessage::createMethodCall(service, QStringLiteral("/org/a11y/bus"),
+                                                   QStringLiteral("org.a11y.Bus"),
+                                                   QStringLiteral("GetAddress"));
     question.setAutoStartService(false);
-    const auto session = session_ ? *session_ : QDBusConnection::sessionBus();
-    const auto reply = session.call(question, QDBus::Block, remaining(deadline));
+    const auto reply = session().call(question, QDBus::Block, remaining(deadline));
     noteSilence(reply);
+    isAbsent_ = saysThatNobodyIsThere(reply);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.signature() != QLatin1String("s"))
         return {};
     return reply.arguments().front().toString();

@@ -2,9 +2,11 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusServiceWatcher>
 #include <QDeadlineTimer>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -34,10 +36,13 @@ class AccessibilityBus {
 
   private:
     [[nodiscard]] QString address(const QDeadlineTimer& deadline);
+    [[nodiscard]] QDBusConnection& session();
     void noteSilence(const QDBusMessage& reply);
     void disconnect();
 
     std::optional<QDBusConnection> session_;
+    std::unique_ptr<QDBusServiceWatcher> watcher_;
+    bool isAbsent_ = false; // nobody offers the bus; the watcher tells when somebody does
     QString name_;
     std::optional<QDBusConnection> bus_;
     bool unanswered_ = false;

@@ -9,6 +9,7 @@ namespace orrivane::x11 {
 namespace {
 
 constexpr std::uint32_t longestClass = 64; // 32-bit units
+constexpr std::size_t mostOthers = 64;     // those that are gone stay until then
 
 // WM_CLASS is two NUL-ended strings, the class second.
 std::optional<std::string> classIn(const xcb_get_property_reply_t* reply) {
@@ -69,8 +70,18 @@ std::vector<WindowOwner> Owners::of(std::span<const StatusItem> items) {
     return owners;
 }
 
-WindowOwner Owners::ofWindow(std::uint32_t window) {
-    return ask({window}).front();
+WindowOwner Owners::ofWindow(const TreeWindow& window) {
+    const auto id = window.id;
+    const auto serial = window.serial;
+    if (const auto found = others_.find(id);
+        found != others_.end() && found->second.serial == serial)
+        return found->second.owner;
+    auto owner = ask({id}).front();
+    if (others_.size() >= mostOthers)
+        others_.clear();
+    if (owner.process != 0)
+        others_.insert_or_assign(id, Known{serial, owner});
+    return owner;
 }
 
 std::vector<WindowOwner> Owners::ask(const std::vector<std::uint32_t>& windows) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <linux/x11/StatusItems.h>
+#include <linux/x11/TreeWindow.h>
 
 #include <xcb/res.h>
 
@@ -28,7 +29,10 @@ class Owners {
 
     /// In the order of `windows`. All requests go out before the first reply is read.
     std::vector<WindowOwner> of(std::span<const StatusItem> items);
-    WindowOwner ofWindow(std::uint32_t window);
+    /// Of a window that is no item, such as the dock.
+    WindowOwner ofWindow(const TreeWindow& window);
+    /// Of a window that the tree does not hold; asked anew each time.
+    WindowOwner ofStranger(std::uint32_t window) { return ask({window}).front(); }
 
   private:
     struct Known {
@@ -41,6 +45,7 @@ class Owners {
 
     Connection& connection_;
     std::unordered_map<std::uint32_t, Known> known_;
+    std::unordered_map<std::uint32_t, Known> others_; // no items
 };
 
 } // namespace orrivane::x11

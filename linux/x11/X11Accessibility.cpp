@@ -40,6 +40,11 @@ X11Accessibility::X11Accessibility(const Parts& parts, std::function<std::uint32
     , activeWindow_(std::move(activeWindow))
     , globalMenu_(std::move(globalMenu)) {}
 
+WindowOwner X11Accessibility::ownerOf(std::uint32_t window) {
+    const auto* known = parts_.tree.find(window);
+    return known ? owners_.ofWindow(*known) : owners_.ofStranger(window);
+}
+
 std::vector<X11Accessibility::Owned> X11Accessibility::ownedItems() {
     const auto& items = parts_.items.current();
     const auto owners = owners_.of(items);
@@ -66,7 +71,7 @@ std::optional<RunningApplication> X11Accessibility::menuBarOwningApplication() {
     const auto* dock = parts_.items.dock();
     if (!dock)
         return std::nullopt;
-    const auto owner = owners_.ofWindow(dock->id);
+    const auto owner = owners_.ofWindow(*dock);
     return RunningApplication{owner.process, owner.name, std::nullopt};
 }
 
@@ -74,7 +79,7 @@ std::optional<RunningApplication> X11Accessibility::frontmostApplication() {
     const auto window = activeWindow_();
     if (window == 0)
         return std::nullopt;
-    const auto owner = owners_.ofWindow(window);
+    const auto owner = ownerOf(window);
     if (owner.process == 0)
         return std::nullopt;
     return RunningApplication{owner.process, owner.name, std::nullopt};
@@ -174,8 +179,7 @@ std::optional<X11Accessibility::Bar> X11Accessibility::bar(std::int32_t process)
     int end = parts_.items.rightEdgeOfDockContent().value_or(rect.x);
     if (globalMenu_) {
         auto edge = globalMenu_(process, rect);
-        if (const auto host = edge ? process : owners_.ofWindow(dockWindow).process;
-            host != process)
+        if (const auto host = edge ? process : ownerOf(dockWindow).process; host != process)
             edge = globalMenu_(host, rect);
         end = edge.value_or(end);
     }

@@ -23,6 +23,7 @@ class X11Accessibility : public Accessibility {
 
     struct Parts {
         Connection& connection;
+        WindowTree& tree;
         X11Screens& screens;
         StatusItems& items;
         OpenMenus& menus;
@@ -53,6 +54,7 @@ class X11Accessibility : public Accessibility {
                                                        std::string_view attribute);
     [[nodiscard]] std::optional<AttributeValue> ofMenuBar(const Element& element,
                                                           std::string_view attribute);
+    [[nodiscard]] WindowOwner ownerOf(std::uint32_t window);
     [[nodiscard]] std::vector<Owned> ownedItems();
     [[nodiscard]] AccessibilityElementList itemsOf(std::int32_t process);
     [[nodiscard]] const StatusItem* itemOf(const Element& element);

@@ -15,8 +15,8 @@ X11Platform::X11Platform(Connection& connection, MainLoop& loop, Settings settin
     , workspace(connection, loop, screens, std::move(settings.toolkit))
     , presser(connection, tree, items, menus)
     , accessibility(
-          {connection, screens, items, menus, presser}, [this] { return workspace.activeWindow(); },
-          std::move(settings.globalMenu))
+          {connection, tree, screens, items, menus, presser},
+          [this] { return workspace.activeWindow(); }, std::move(settings.globalMenu))
     , capture(connection, loop, screens, tree, items)
     , stage(connection, loop, screens, tree, items, presser) {
     items.addOwnClient(connection.clientOf(xcb_generate_id(connection.raw())));

@@ -139,6 +139,18 @@ TEST_F(MenuBarTest, theActiveWindowsProcessOwnsTheBar) {
     EXPECT_EQ(menuWidth(), 0);
 }
 
+TEST_F(MenuBarTest, whatIsKnownIsNotAskedForAgain) {
+    startNotchedTray();
+    const auto window = app.create({.area = {0, 100, 300, 200}});
+    app.map(window);
+    activate(window);
+    ASSERT_EQ(menuWidth(), 0);
+    settle();
+    const auto before = requestsSent();
+    EXPECT_EQ(IconIdentity::frontmostMenuWidth(port().accessibility), 0);
+    EXPECT_EQ(requestsSent(), before + 1); // that of the question itself
+}
+
 TEST_F(MenuBarTest, anotherProcessHasNoMenuBar) {
     startNotchedTray();
     TrayProcess process(server.display(), directory.path(), "editor");
