@@ -113,19 +113,30 @@ void X11ScreenCapture::receive(std::vector<Sent> sent) {
     const auto until = Connection::deadline();
     std::vector<std::optional<Image>> images;
     for (const auto& one : sent) {
-        const auto icon = reader_.receive(one.read, until);
-        images.push_back(icon ? std::optional(place(*icon, one)) : std::nullopt);
+        auto icon = reader_.receive(one.read, until);
+        images.push_back(icon ? std::optional(place(std::move(icon), one)) : std::nullopt);
     }
+    std::erase_if(drawn_, [this](const auto& entry) { return !items_.find(entry.first); });
     // Whoever is told may take as long as he likes: nothing is under way any more.
     for (std::size_t i = 0; i < sent.size(); ++i)
         sent[i].job.completion(std::move(images[i]));
 }
 
-Image X11ScreenCapture::place(const PixelImage& icon, const Sent& sent) const {
+// Most icons look as they did: the same image then tells everybody that nothing has changed.
+Image X11ScreenCapture::place(std::shared_ptr<const PixelImage> icon, const Sent& sent) {
     const double factor = pixelsPerPoint / screens_.scale();
-    const double top = (sent.item.rect.y - sent.item.band.minY()) * factor;
-    const auto& [width, height, cursor, resolution] = sent.job.configuration;
-    return Image(onCanvas(icon, width, height, factor, std::round(top)));
+    const double top = std::round((sent.item.rect.y - sent.item.band.minY()) * factor);
+    const auto& configuration = sent.job.configuration;
+    const auto found = drawn_.find(sent.job.window);
+    if (found != drawn_.end()) {
+        const auto& last = found->second;
+        if (last.top == top && last.configuration == configuration &&
+            last.icon->pixelWidth() == icon->pixelWidth() && last.icon->pixels() == icon->pixels())
+            return last.image;
+    }
+    Image image(onCanvas(*icon, configuration.width, configuration.height, factor, top));
+    drawn_.insert_or_assign(sent.job.window, Drawn{std::move(icon), configuration, top, image});
+    return image;
 }
 
 void X11ScreenCapture::endRedirectionsNotIn(const std::vector<Job>& jobs) {

@@ -8,6 +8,7 @@
 #include <linux/x11/StatusItems.h>
 
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace orrivane::x11 {
@@ -34,12 +35,19 @@ class X11ScreenCapture : public ScreenCapture {
         bool waited = false; ///< for its redirected content
     };
     struct Sent;
+    /// What an icon looked like and what was made of it.
+    struct Drawn {
+        std::shared_ptr<const PixelImage> icon;
+        CaptureConfiguration configuration;
+        double top; // pixels of the canvas
+        Image image;
+    };
 
     void flushJobs();
     [[nodiscard]] std::optional<PixelReader::Read> begin(Job& job, const StatusItem& item);
     [[nodiscard]] bool somethingLiesOver(const StatusItem& item) const;
     void receive(std::vector<Sent> sent);
-    [[nodiscard]] Image place(const PixelImage& icon, const Sent& sent) const;
+    [[nodiscard]] Image place(std::shared_ptr<const PixelImage> icon, const Sent& sent);
     void endRedirectionsNotIn(const std::vector<Job>& jobs);
 
     Connection& connection_;
@@ -50,6 +58,7 @@ class X11ScreenCapture : public ScreenCapture {
     PixelReader reader_;
     Redirection redirection_;
     std::vector<std::uint32_t> redirected_;
+    std::unordered_map<std::uint32_t, Drawn> drawn_;
     std::vector<Job> jobs_;
     std::vector<Job> waiting_;
     Subscription settle_;

@@ -38,6 +38,30 @@ TEST_F(CaptureTest, anIconIsDrawnWhereItStandsInTheBand) {
     }
 }
 
+TEST_F(CaptureTest, anIconThatLooksAsItDidKeepsItsImage) {
+    startTray();
+    const auto icon = addPainted(pattern());
+    const auto* first = take(icon);
+    EXPECT_EQ(take(icon), first);
+    auto changed = pattern();
+    changed.back() ^= 1U;
+    app.paint(icon, width, height, changed);
+    const auto* second = take(icon);
+    ASSERT_NE(second, first);
+    EXPECT_EQ(halved(*second, 6), opaque(changed));
+}
+
+TEST_F(CaptureTest, anImageOfAnotherSizeOrPlaceIsDrawnAnew) {
+    startTray();
+    const auto icon = addPainted(pattern());
+    const auto* first = take(icon);
+    const auto* higher = take(icon, 2 * width, 58);
+    ASSERT_NE(higher, first);
+    EXPECT_EQ(higher->pixelHeight(), 58);
+    tray->client.move(tree().find(icon)->parent, {1400, 8, width, height});
+    EXPECT_EQ(halved(*take(icon, 2 * width, 58), 16), opaque(pattern()));
+}
+
 TEST_F(CaptureTest, whatLiesOutsideTheBandIsCutOff) {
     setCutout({656, 2, 200, 2});
     startTray();
