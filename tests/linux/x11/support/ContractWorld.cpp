@@ -127,7 +127,8 @@ bool ContractWorld::cause(SystemNotification notification) {
         setBlank(app, false);
         break;
     case SystemNotification::didChangeScreenParameters:
-        setMonitor(app, "change" + std::to_string(++changes_), {0, 0, 300 + changes_, 200}, false);
+        ++changes_;
+        setMonitor(app, "change" + std::to_string(changes_), {0, 0, 300 + changes_, 200}, false);
         break;
     }
     return true;
