@@ -1,11 +1,11 @@
 #include "Mirror.h"
 #include "TestWindow.h"
 
+#include <linux/support/SetMonitor.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-
-#include <xcb/randr.h>
 
 namespace orrivane::e2e {
 namespace {
@@ -36,17 +36,15 @@ class Robustness : public testing::Test {
     }
     /// A screen of the server's that no output shows.
     void addMonitor(const PixelRect& area) {
-        auto* raw = desktop_->observer().connection();
-        std::vector<std::uint8_t> memory(sizeof(xcb_randr_monitor_info_t));
-        auto& info = *reinterpret_cast<xcb_randr_monitor_info_t*>(memory.data());
-        info.name = desktop_->observer().atom("second");
-        info.x = static_cast<std::int16_t>(area.x);
-        info.y = static_cast<std::int16_t>(area.y);
-        info.width = static_cast<std::uint16_t>(area.width);
-        info.height = static_cast<std::uint16_t>(area.height);
-        info.width_in_millimeters = info.height_in_millimeters = 100;
-        auto* error = xcb_request_check(
-            raw, xcb_randr_set_monitor_checked(raw, desktop_->observer().root(), &info));
+        auto& observer = desktop_->observer();
+        const auto cookie =
+            setMonitor(observer.connection(), {.root = observer.root(),
+                                               .name = observer.atom("second"),
+                                               .x = static_cast<std::int16_t>(area.x),
+                                               .y = static_cast<std::int16_t>(area.y),
+                                               .width = static_cast<std::uint16_t>(area.width),
+                                               .height = static_cast<std::uint16_t>(area.height)});
+        auto* error = xcb_request_check(observer.connection(), cookie);
         EXPECT_EQ(error, nullptr);
         std::free(error);
     }

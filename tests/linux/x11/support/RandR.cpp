@@ -1,11 +1,10 @@
 #include "RandR.h"
 
-#include <sys/uio.h>
-#include <xcb/randr.h>
-#include <xcb/xcbext.h>
+#include <linux/support/SetMonitor.h>
 
-#include <array>
 #include <stdexcept>
+
+#include <xcb/randr.h>
 
 namespace orrivane::x11 {
 
@@ -30,30 +29,15 @@ xcb_randr_output_t onlyOutput(XClient& client) {
 
 void setMonitor(XClient& client, const std::string& name, const PixelRect& rect, bool primary,
                 bool takesOutput) {
-    struct {
-        xcb_randr_set_monitor_request_t request;
-        xcb_randr_monitor_info_t monitor;
-        xcb_randr_output_t output;
-    } whole{};
-    whole.request.window = client.root();
-    auto& monitor = whole.monitor;
-    monitor.name = client.atom(name);
-    monitor.primary = primary ? 1 : 0;
-    monitor.nOutput = takesOutput ? 1 : 0;
-    whole.output = takesOutput ? onlyOutput(client) : xcb_randr_output_t{0};
-    monitor.x = static_cast<std::int16_t>(rect.x);
-    monitor.y = static_cast<std::int16_t>(rect.y);
-    monitor.width = static_cast<std::uint16_t>(rect.width);
-    monitor.height = static_cast<std::uint16_t>(rect.height);
-    monitor.width_in_millimeters = 300;
-    monitor.height_in_millimeters = 200;
-    const auto length = sizeof whole - (takesOutput ? 0 : sizeof whole.output);
-    // The library's own function sends a part that it never filled in (1.15).
-    const xcb_protocol_request_t description{1, &xcb_randr_id, XCB_RANDR_SET_MONITOR, 1};
-    std::array<iovec, 3> parts{{{}, {}, {&whole, length}}}; // two for the library's use
-    const auto sequence =
-        xcb_send_request(client.raw(), XCB_REQUEST_CHECKED, &parts[2], &description);
-    require(client, {sequence});
+    require(client,
+            orrivane::setMonitor(client.raw(), {.root = client.root(),
+                                                .name = client.atom(name),
+                                                .x = static_cast<std::int16_t>(rect.x),
+                                                .y = static_cast<std::int16_t>(rect.y),
+                                                .width = static_cast<std::uint16_t>(rect.width),
+                                                .height = static_cast<std::uint16_t>(rect.height),
+                                                .primary = primary,
+                                                .output = takesOutput ? onlyOutput(client) : 0}));
 }
 
 void deleteMonitor(XClient& client, const std::string& name) {
