@@ -20,7 +20,8 @@ constexpr std::array<std::string_view, 17> arrow{
 
 void paint(e2e::Image& image, int x, int y, std::uint32_t colour) {
     if (x >= 0 && x < image.width && y >= 0 && y < image.height)
-        image.pixels[static_cast<std::size_t>(y * image.width + x)] = colour;
+        image.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width) +
+                     static_cast<std::size_t>(x)] = colour;
 }
 
 bool isInsideRoundedBottom(const e2e::PixelRect& area, int x, int y) {
