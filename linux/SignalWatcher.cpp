@@ -33,7 +33,7 @@ SignalWatcher::SignalWatcher(std::function<void()> ended) {
         }
         ended();
     });
-    struct sigaction action{};
+    struct sigaction action = {};
     action.sa_handler = note;
     action.sa_flags = SA_RESTART;
     for (const int number : watched)

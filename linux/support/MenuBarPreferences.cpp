@@ -45,7 +45,7 @@ void take(MenuBarPreferences& preferences, std::string_view line) {
 }
 
 std::optional<std::string> contents(int file) {
-    struct stat status{};
+    struct stat status = {};
     if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size > largestFile)
         return std::nullopt;
     std::string text(static_cast<std::size_t>(status.st_size), '\0');
