@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Orrivane/WindowCensus.h>
-#include <Orrivane/view/Image.h>
+#include <Orrivane/view/View.h>
 
 #include <cstdint>
 #include <optional>
@@ -31,6 +31,20 @@ struct LaidOutIcon {
 
 /// The right-hand part of the menu bar as it is, or as it would be at another spacing.
 struct MenuBarPreview {
+    std::optional<NotchInfo> notch;
+    std::vector<PreviewIcon> icons; ///< left to right
+    std::optional<int> simulatedSpacing;
+
+    /// A canvas as wide as the place, `height` points high.
+    [[nodiscard]] View body() const;
+    /// The picture at this size: the whole bar, to scale, centred between top and bottom. Icons
+    /// that the notch would hide are dimmed, framed in red and drawn over it.
+    [[nodiscard]] Drawing drawing(Size size) const;
+
+    friend bool operator==(const MenuBarPreview&, const MenuBarPreview&) = default;
+
+    static constexpr double height = 34; ///< points
+
     /// Packs `icons`, given left to right, edge to edge against the right end of the notched
     /// screen, and keeps their order. A `simulatedSpacing` below the system's 16 shortens the whole
     /// row by 6 points for each step, in equal shares but leaving every icon at least 14 points;

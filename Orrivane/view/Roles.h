@@ -16,6 +16,14 @@ enum class ColorRole {
     red,
 };
 
+/// A text style by what it is for, largest first; every platform resolves it to its own fonts.
+enum class FontRole { title, headline, body, callout, footnote, caption, smallestCaption };
+
+enum class FontWeight {
+    regular, ///< for a role: whatever weight the platform gives that role
+    medium,
+};
+
 /// A system symbol under the name that the symbol set of macOS gives it, such as
 /// "checkmark.circle". Other platforms resolve it to the icon of the same meaning.
 using SymbolName = std::string;

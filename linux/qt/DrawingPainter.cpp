@@ -3,6 +3,7 @@
 #include <linux/qt/ImageScaling.h>
 #include <linux/qt/RoleColors.h>
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -17,6 +18,8 @@ namespace {
 
 // How far along an edge a continuous corner begins, in radii. A circular one begins at 1.
 constexpr double continuousReach = 1.528665;
+// How much of the text colour lies over what is behind, where nothing shows through.
+constexpr double barMaterialOpacity = 0.08;
 
 // One cubic a corner, through the point where the circle of that radius crosses the diagonal; with
 // a reach of one radius it is that circle.
@@ -92,6 +95,7 @@ void DrawingPainter::draw(const Drawing& drawing, const QRect& pixels) {
     origin_ = pixels.topLeft();
     scaleX_ = pixels.width() / drawing.size.width;
     scaleY_ = pixels.height() / drawing.size.height;
+    bounds_ = painter_->viewport();
     painter_->save();
     draw(drawing.primitives);
     painter_->restore();
@@ -102,47 +106,139 @@ void DrawingPainter::draw(std::span<const Primitive> primitives) {
         const auto* clip = std::get_if<ClipRectangle>(&primitives[i]);
         if (clip && clip->antialiased)
             return drawBehindSoftEdges(exact(clip->rect), primitives.subspan(i + 1));
+        if (const auto* group = std::get_if<Group>(&primitives[i])) {
+            const auto count = std::min(group->count, primitives.size() - i - 1);
+            drawGroup(group->opacity, primitives.subspan(i + 1, count));
+            i += count;
+            continue;
+        }
         std::visit([this](const auto& each) { draw(each); }, primitives[i]);
     }
+}
+
+QImage DrawingPainter::layer(const QRect& area, std::span<const Primitive> primitives) {
+    QImage image(area.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter inner(&image);
+    inner.translate(-area.topLeft());
+    auto* outer = std::exchange(painter_, &inner);
+    const auto outerBounds = std::exchange(bounds_, area);
+    draw(primitives);
+    painter_ = outer;
+    bounds_ = outerBounds;
+    return image;
 }
 
 // The toolkit clips whole pixels only.
 void DrawingPainter::drawBehindSoftEdges(const QRectF& edges,
                                          std::span<const Primitive> primitives) {
-    const auto area = edges.toAlignedRect() & painter_->viewport();
+    const auto area = edges.toAlignedRect() & bounds_;
     if (area.isEmpty())
         return;
-    QImage layer(area.size(), QImage::Format_ARGB32_Premultiplied);
-    layer.fill(Qt::transparent);
-    auto mask = layer;
-    QPainter inner(&layer);
-    inner.translate(-area.topLeft());
-    auto* outer = std::exchange(painter_, &inner);
-    draw(primitives);
-    painter_ = outer;
+    auto picture = layer(area, primitives);
+    QImage mask(area.size(), QImage::Format_ARGB32_Premultiplied);
+    mask.fill(Qt::transparent);
     QPainter shape(&mask);
     shape.setRenderHint(QPainter::Antialiasing);
     shape.translate(-area.topLeft());
     shape.fillRect(edges, Qt::black);
     shape.end();
-    inner.setClipping(false);
+    QPainter inner(&picture);
     inner.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-    inner.drawImage(area.topLeft(), mask);
+    inner.drawImage(QPoint(), mask);
     inner.end();
-    painter_->drawImage(area.topLeft(), layer);
+    painter_->drawImage(area.topLeft(), picture);
+}
+
+void DrawingPainter::drawGroup(double opacity, std::span<const Primitive> primitives) {
+    const auto area = bounds_;
+    if (area.isEmpty() || opacity <= 0)
+        return;
+    const auto picture = layer(area, primitives);
+    painter_->setOpacity(std::min(opacity, 1.0));
+    painter_->drawImage(area.topLeft(), picture);
+    painter_->setOpacity(1);
 }
 
 void DrawingPainter::draw(const ClipRectangle& clip) {
     painter_->setClipRect(snapped(clip.rect), Qt::IntersectClip);
 }
 
+QColor DrawingPainter::color(ColorRole role, double opacity) const {
+    auto color = roleColor(role, palette_);
+    color.setAlphaF(color.alphaF() * static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+    return color;
+}
+
 void DrawingPainter::draw(const RoundedRectangle& rectangle) {
-    const QRectF rect = snapped(rectangle.rect);
-    auto color = roleColor(rectangle.fill, palette_);
-    color.setAlphaF(color.alphaF() * static_cast<float>(std::clamp(rectangle.opacity, 0.0, 1.0)));
+    const QRectF outside = snapped(rectangle.rect);
+    const double scale = std::min(scaleX_, scaleY_);
+    auto path = roundedPath(outside, cornerCurve(rectangle, outside, scale));
+    if (rectangle.borderWidth > 0) {
+        const double width = std::max(1.0, std::round(rectangle.borderWidth * scale));
+        const auto inside = outside.adjusted(width, width, -width, -width);
+        auto inner = rectangle;
+        inner.cornerRadius = std::max(0.0, rectangle.cornerRadius - width / scale);
+        if (inside.isValid())
+            path.addPath(roundedPath(inside, cornerCurve(inner, inside, scale)));
+        path.setFillRule(Qt::OddEvenFill);
+    }
     painter_->setRenderHint(QPainter::Antialiasing);
-    painter_->fillPath(roundedPath(rect, cornerCurve(rectangle, rect, std::min(scaleX_, scaleY_))),
-                       color);
+    painter_->fillPath(path, color(rectangle.fill, rectangle.opacity));
+}
+
+void DrawingPainter::draw(const BarMaterial& material) {
+    draw(RoundedRectangle{.rect = material.rect,
+                          .cornerRadius = material.cornerRadius,
+                          .corners = material.corners,
+                          .fill = ColorRole::primary,
+                          .opacity = barMaterialOpacity});
+}
+
+void DrawingPainter::draw(const Oval& oval) {
+    QPainterPath path;
+    path.addEllipse(exact(oval.rect));
+    painter_->setRenderHint(QPainter::Antialiasing);
+    painter_->fillPath(path, color(oval.fill, oval.opacity));
+}
+
+void DrawingPainter::draw(const Path& path) {
+    QPainterPath shape;
+    for (const auto& element : path.elements) {
+        if (const auto* move = std::get_if<MoveTo>(&element))
+            shape.moveTo(exact(move->to));
+        else if (const auto* line = std::get_if<LineTo>(&element))
+            shape.lineTo(exact(line->to));
+        else if (const auto* curve = std::get_if<CurveTo>(&element))
+            shape.cubicTo(exact(curve->control1), exact(curve->control2), exact(curve->to));
+        else
+            shape.closeSubpath();
+    }
+    painter_->setRenderHint(QPainter::Antialiasing);
+    const auto fill = color(path.color, path.opacity);
+    if (path.strokeWidth > 0)
+        painter_->strokePath(shape, QPen(fill, path.strokeWidth * std::min(scaleX_, scaleY_),
+                                         Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    else
+        painter_->fillPath(shape, fill);
+}
+
+void DrawingPainter::draw(const DrawnText& text) {
+    const auto place = exact(text.rect);
+    const auto line = QString::fromStdString(text.text);
+    auto font = QGuiApplication::font();
+    if (text.weight == FontWeight::medium)
+        font.setWeight(QFont::Medium);
+    font.setPixelSize(std::max(1, qRound(text.size * scaleY_)));
+    const double width = QFontMetricsF(font).horizontalAdvance(line);
+    if (width > place.width() && width > 0) {
+        const double factor = std::max(text.minimumScale, place.width() / width);
+        font.setPixelSize(std::max(1, static_cast<int>(text.size * scaleY_ * factor)));
+    }
+    painter_->setFont(font);
+    painter_->setPen(color(text.color, 1));
+    painter_->drawText(place, Qt::AlignCenter | Qt::TextSingleLine,
+                       QFontMetricsF(font).elidedText(line, Qt::ElideRight, place.width() + 0.5));
 }
 
 void DrawingPainter::draw(const DrawnImage& image) {
@@ -154,6 +250,10 @@ void DrawingPainter::draw(const DrawnImage& image) {
         placement(QSizeF(pixels->pixelWidth(), pixels->pixelHeight()), target, image.mode);
     painter_->drawImage(placed.target.topLeft(),
                         scaled(*pixels, placed.source, placed.target.size()));
+}
+
+QPointF DrawingPainter::exact(Point point) const {
+    return origin_ + QPointF(point.x * scaleX_, point.y * scaleY_);
 }
 
 QRectF DrawingPainter::exact(const Rect& rect) const {
