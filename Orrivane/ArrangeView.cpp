@@ -1,7 +1,12 @@
 #include <Orrivane/ArrangeView.h>
 
+#include <Orrivane/IconIdentity.h>
+#include <Orrivane/platform/Screens.h>
+#include <Orrivane/support/Awaiters.h>
+
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace orrivane {
 
@@ -10,7 +15,110 @@ namespace {
 /// The item is released this far, in points, beside the neighbour it shall stand next to.
 constexpr double releaseDistance = 1.0;
 
+std::vector<std::uint32_t> ids(std::span<const StatusItemWindow> items) {
+    std::vector<std::uint32_t> result;
+    result.reserve(items.size());
+    for (const auto& item : items)
+        result.push_back(item.id);
+    return result;
+}
+
+Task<> keepingAlive(std::shared_ptr<ArrangeView> view, Task<> work) {
+    const auto alive = std::move(view);
+    co_await std::move(work);
+}
+
 } // namespace
+
+ArrangeView::ArrangeView(const Platform& platform, CaptureService& captures, ItemMover mover)
+    : platform_(platform)
+    , captures_(captures)
+    , mover_(std::move(mover)) {}
+
+void ArrangeView::begin(Task<> task) {
+    start(platform_.mainLoop, keepingAlive(shared_from_this(), std::move(task)));
+}
+
+void ArrangeView::appear() {
+    if (!isWorking_)
+        begin(reload());
+}
+
+Task<> ArrangeView::reload() {
+    clearDrag();
+    limitation_ = mover_.limitation ? mover_.limitation() : std::string();
+    items_ = WindowCensus::take(platform_.screens, platform_.windowList).items;
+    if (captures_.screenCaptureGranted()) {
+        auto captured = co_await captures_.captureIcons(ids(items()));
+        images_ = std::move(captured);
+    } else {
+        images_ = Images{};
+    }
+    const auto owners = IconIdentity::resolveOwners(platform_.accessibility);
+    const auto screens = platform_.screens.screens();
+    Names names;
+    for (const auto& item : items())
+        if (const auto owner = IconIdentity::owner(item, owners, screens))
+            names.insert_or_assign(item.id, owner->appName);
+    names_ = std::move(names);
+}
+
+Task<> ArrangeView::refresh() {
+    if (isWorking_)
+        co_return;
+    isWorking_ = true;
+    co_await reload();
+    isWorking_ = false;
+}
+
+Task<> ArrangeView::perform(StatusItemWindow item, double targetX) {
+    isWorking_ = true;
+    co_await mover_.move(std::move(item), targetX);
+    Sleep pause(settlingTime);
+    co_await pause;
+    co_await reload();
+    isWorking_ = false;
+}
+
+void ArrangeView::beginDrag(std::uint32_t id) {
+    draggingID_ = id;
+}
+
+// A drag that ends without a drop, by Escape or over nothing, leaves no tile dimmed and no line.
+void ArrangeView::endDrag() {
+    clearDrag();
+    if (auto drop = std::exchange(acceptedDrop_, std::nullopt))
+        begin(perform(std::move(drop->item), drop->targetX));
+}
+
+void ArrangeView::clearInsertion(int index) {
+    const auto gap = insertionIndex();
+    if (gap && (*gap == index || *gap - 1 == index))
+        insertionIndex_ = std::nullopt;
+}
+
+void ArrangeView::clearDrag() {
+    draggingID_ = std::nullopt;
+    insertionIndex_ = std::nullopt;
+}
+
+bool ArrangeView::performDrop() {
+    auto drop = decideDrop();
+    clearDrag();
+    if (!drop)
+        return false;
+    acceptedDrop_ = std::move(drop);
+    return true;
+}
+
+std::optional<ArrangeView::Drop> ArrangeView::decideDrop() const {
+    if (isWorking_ || acceptedDrop_ || !draggingID() || !insertionIndex())
+        return std::nullopt;
+    const auto target = targetX(items(), *draggingID(), *insertionIndex());
+    if (!target)
+        return std::nullopt;
+    return Drop{*std::ranges::find(items(), *draggingID(), &StatusItemWindow::id), *target};
+}
 
 int ArrangeView::gap(double x, double tileWidth, int index) {
     return x < tileWidth * 0.5 ? index : index + 1;

@@ -19,6 +19,12 @@ enum class SystemNotification {
     didChangeScreenParameters,
 };
 
+/// The numbers are the application object's own.
+enum class ActivationPolicy {
+    regular = 0,
+    accessory = 1, ///< no place among the running programs that the desktop shows, no menu bar
+};
+
 struct VersionStrings {
     std::string version; ///< what users see, "1.2.0"
     std::string build;   ///< counts up with every release
@@ -36,6 +42,8 @@ class Workspace {
     /// Hands an address to whatever program opens it. False when it is no address or nothing opens
     /// it; callers may ignore that.
     virtual bool open(std::string_view address) = 0;
+    /// Once, before anything is shown.
+    virtual void setActivationPolicy(ActivationPolicy policy) = 0;
     /// Ends the program.
     virtual void terminate() = 0;
     /// Brings the program to the front.

@@ -26,6 +26,7 @@ class X11Workspace : public Workspace {
 
     Subscription observe(SystemNotification notification, std::function<void()> notified) override;
     bool open(std::string_view address) override { return toolkit_.open(address); }
+    void setActivationPolicy(ActivationPolicy) override {} // each window says it to the desktop
     void terminate() override { toolkit_.terminate(); }
     void activate() override { toolkit_.activate(); }
     VersionStrings versionStrings() override;

@@ -42,17 +42,21 @@ class ScriptedStatusBar : public StatusBar {
         items.push_back(std::make_shared<Item>());
         items.back()->length = length;
         items.back()->hasButton = givesButtons;
-        return std::make_unique<Handle>(items.back());
+        return std::make_unique<Handle>(items.back(), journal);
     }
 
   private:
     class Handle : public StatusItem {
       public:
-        explicit Handle(std::shared_ptr<Item> item)
-            : item_(std::move(item)) {}
+        Handle(std::shared_ptr<Item> item, CallJournal journal)
+            : item_(std::move(item))
+            , journal_(std::move(journal)) {}
         Handle(const Handle&) = delete;
         Handle& operator=(const Handle&) = delete;
-        ~Handle() override { item_->removed = true; }
+        ~Handle() override {
+            journal_.note("removeItem");
+            item_->removed = true;
+        }
 
         [[nodiscard]] bool hasButton() const override { return item_->hasButton; }
         void setImage(const Drawing& image) override { item_->image = image; }
@@ -65,6 +69,7 @@ class ScriptedStatusBar : public StatusBar {
 
       private:
         std::shared_ptr<Item> item_;
+        CallJournal journal_;
     };
 };
 

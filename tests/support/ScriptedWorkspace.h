@@ -5,6 +5,8 @@
 #include <tests/support/CallJournal.h>
 
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -20,6 +22,7 @@ class ScriptedWorkspace : public Workspace {
     VersionStrings versions{"1.2.0", "12"};
 
     std::vector<std::string> opened; ///< every address, in order
+    std::optional<ActivationPolicy> activationPolicy;
     int terminations = 0;
     int activations = 0;
     CallJournal journal;
@@ -30,12 +33,17 @@ class ScriptedWorkspace : public Workspace {
     }
 
     Subscription observe(SystemNotification notification, std::function<void()> notified) override {
+        journal.note("observe " + std::to_string(static_cast<int>(notification)));
         return observers_[notification].add(std::move(notified));
     }
     bool open(std::string_view address) override {
         journal.note("open " + std::string(address));
         opened.emplace_back(address);
         return opens && address.find(':') != std::string_view::npos;
+    }
+    void setActivationPolicy(ActivationPolicy policy) override {
+        journal.note("setActivationPolicy " + std::to_string(static_cast<int>(policy)));
+        activationPolicy = policy;
     }
     void terminate() override {
         journal.note("terminate");

@@ -188,6 +188,17 @@ TEST_F(AnswerTest, whatBeginThrowsAfterItAnsweredIsThrownToTheTaskOnce) {
     EXPECT_TRUE(replies.empty());
 }
 
+TEST_F(AnswerTest, whatBeginThrowsDoesNotWaitForACompletionThatIsStillHeld) {
+    start(loop, asking(replies, [this](const Completion<int>& given) {
+              completion = given;
+              throw std::runtime_error("refused");
+          }));
+    EXPECT_THROW(loop.runUntilIdle(), std::runtime_error);
+    (*completion)(1);
+    loop.advance(limit);
+    EXPECT_TRUE(replies.empty());
+}
+
 /// Counts its instances: a frame that is never destroyed leaves one behind.
 struct Counted {
     explicit Counted(int& count)

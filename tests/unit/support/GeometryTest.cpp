@@ -59,6 +59,7 @@ TEST(GeometryTest, rectanglesAreEqualWhenTheyCoverTheSameArea) {
     EXPECT_NE((Rect{{10, 5}, {-30, 40}}), (Rect{{10, 5}, {30, 40}}));
     EXPECT_NE((Rect{{10, 5}, {30, 40}}), (Rect{{10, 5}, {30, 40.0000001}}));
     EXPECT_NE((Rect{{10, 5}, {30, 40}}), (Rect{{10, 6}, {30, 40}}));
+    EXPECT_NE((Rect{{10, 5}, {30, 40}}), (Rect{{10, 5}, {30.0000001, 40}}));
 }
 
 TEST(GeometryTest, emptyRectanglesAtDifferentPlacesDiffer) {

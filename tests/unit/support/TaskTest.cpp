@@ -141,6 +141,15 @@ TEST_F(TaskTest, assigningATaskDropsTheOneBefore) {
     EXPECT_EQ(second.use_count(), 1);
 }
 
+TEST_F(TaskTest, assigningATaskToItselfKeepsItsWork) {
+    auto task = note(steps, "ran");
+    auto& same = task;
+    task = std::move(same);
+    start(loop, std::move(task));
+    loop.runUntilIdle();
+    EXPECT_EQ(steps, Steps{"ran"});
+}
+
 TEST_F(TaskTest, aTaskThatEndedReleasesWhatItHolds) {
     const auto held = std::make_shared<int>(0);
     expectCompletesWithin(1, holding(held, 1));

@@ -1,0 +1,388 @@
+#include <tests/unit/MainViewFixture.h>
+
+#include <csignal>
+#include <limits>
+
+namespace orrivane {
+namespace {
+
+using namespace reading;
+using Values = ScriptedGlobalPreferences::Values;
+
+constexpr auto applyTitle = "Restart the menu bar?";
+constexpr auto resetTitle = "Reset spacing to system default?";
+const Values stored6{{"NSStatusItemSpacing", 6}, {"NSStatusItemSelectionPadding", 4}};
+
+struct MainViewActionsTest : MainViewFixture {
+    std::vector<std::string> after(std::size_t start) {
+        const auto& calls = world.journal.calls();
+        return {calls.begin() + static_cast<std::ptrdiff_t>(start), calls.end()};
+    }
+    [[nodiscard]] std::size_t restarts() const { return shell.processLauncher.launches.size(); }
+    void slide(double to) {
+        const auto changed = onlyNode<Slider>(root, "Spacing").changed.run;
+        changed(to);
+        settle();
+    }
+};
+
+TEST_F(MainViewActionsTest, openWindowPostsItsNotificationAndNothingElse) {
+    create();
+    press("Open Window");
+    EXPECT_EQ(posts, (std::vector<Post>{{"OrrivaneShowWindow", {}}}));
+}
+
+TEST_F(MainViewActionsTest, grantAsksTheSystemThenRefreshes) {
+    world.screenCapture.accessGranted = false;
+    world.screenCapture.requestGrantsAccess = true;
+    create();
+    press("Grant…");
+    EXPECT_EQ(world.screenCapture.requestCalls, 1);
+    EXPECT_EQ(censuses(), 1U);
+    EXPECT_TRUE(view->state().screenGranted());
+    EXPECT_FALSE(isShown<Button>("Grant…"));
+}
+
+TEST_F(MainViewActionsTest, eachOfTheSettingsButtonsOpensItsOwnPane) {
+    create();
+    std::vector<std::function<void()>> buttons;
+    for (const auto* each : all<Button>(root))
+        if (words(*each) == "Open System Settings")
+            buttons.push_back(std::get<Button>(each->node).action.run);
+    ASSERT_EQ(buttons.size(), 2U);
+    for (const auto& button : buttons)
+        button();
+    ASSERT_EQ(world.workspace.opened.size(), 2U);
+    EXPECT_TRUE(world.workspace.opened[0].ends_with("Privacy_ScreenCapture"));
+    EXPECT_TRUE(world.workspace.opened[1].ends_with("Privacy_Accessibility"));
+}
+
+TEST_F(MainViewActionsTest, theTraySwitchStartsAndStopsTheLoop) {
+    createAndAppear();
+    strip.start();
+    settle();
+    EXPECT_EQ(world.loop.repeatingTimerCount(), 1U);
+    flip("Show hidden icons beside the notch", false);
+    EXPECT_FALSE(strip.enabled());
+    EXPECT_FALSE(isOn("Show hidden icons beside the notch"));
+    EXPECT_EQ(world.loop.repeatingTimerCount(), 0U);
+    flip("Show hidden icons beside the notch", true);
+    EXPECT_TRUE(strip.enabled());
+    EXPECT_EQ(world.loop.repeatingTimerCount(), 1U);
+}
+
+TEST_F(MainViewActionsTest, theExternalDisplaySwitchIsStored) {
+    create();
+    flip("Keep mirroring on the notched screen while external displays are connected", false);
+    EXPECT_FALSE(world.userDefaults.stored.at("OrrivaneMirrorOnExternal"));
+    EXPECT_FALSE(
+        isOn("Keep mirroring on the notched screen while external displays are connected"));
+}
+
+TEST_F(MainViewActionsTest, theSqueezeSwitchIsStored) {
+    create();
+    flip("Tighten macOS icon spacing", true);
+    EXPECT_TRUE(world.userDefaults.stored.at("OrrivaneSqueezeShown"));
+    EXPECT_TRUE(isOn("Tighten macOS icon spacing"));
+}
+
+TEST_F(MainViewActionsTest, theStatusItemSwitchIsStoredBeforeItIsPosted) {
+    create();
+    std::vector<bool> storedWhenPosted;
+    observations.push_back(notifications.addObserver(
+        NotificationName::orrivaneStatusItemChanged, [&](const UserInfo&) {
+            storedWhenPosted.push_back(world.userDefaults.boolForKey("OrrivaneShowStatusItem"));
+        }));
+    flip("Menu bar icon", false);
+    flip("Menu bar icon", true);
+    EXPECT_EQ(storedWhenPosted, (std::vector{false, true}));
+    EXPECT_EQ(posts, (std::vector<Post>{{"OrrivaneStatusItemChanged", {}},
+                                        {"OrrivaneStatusItemChanged", {}}}));
+}
+
+TEST_F(MainViewActionsTest, theSliderCannotLeaveItsRangeAndMovesInWholeSteps) {
+    create();
+    for (const auto& [asked, taken] : {std::pair{3.0, 4.0},
+                                       {-1e300, 4.0},
+                                       {17.0, 16.0},
+                                       {std::numeric_limits<double>::infinity(), 16.0},
+                                       {8.4, 8.0},
+                                       {8.6, 9.0}}) {
+        slide(asked);
+        EXPECT_EQ(view->state().sliderValue(), taken) << asked;
+    }
+    slide(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(view->state().sliderValue(), 9);
+    EXPECT_EQ(onlyNode<Slider>(root, "Spacing").value, 9);
+    EXPECT_TRUE(isShown<Text>("At spacing 9"));
+}
+
+TEST_F(MainViewActionsTest, applyStoresTheWholeSpacingAndRefreshes) {
+    create();
+    view->state().setSliderValue(6.9);
+    press("Apply");
+    EXPECT_EQ(shell.globalPreferences.written, stored6);
+    EXPECT_EQ(censuses(), 1U);
+    EXPECT_EQ(restarts(), 0U);
+    EXPECT_TRUE(only<Text>(root, "Applied: 6").isVisible);
+}
+
+TEST_F(MainViewActionsTest, applyAndRestartOnlyAsks) {
+    create();
+    press("Apply & Restart Menu Bar");
+    EXPECT_TRUE(dialog(applyTitle).isPresented);
+    EXPECT_FALSE(dialog(resetTitle).isPresented);
+    world.loop.advance(10);
+    EXPECT_TRUE(shell.globalPreferences.written.empty());
+    EXPECT_EQ(restarts(), 0U);
+}
+
+TEST_F(MainViewActionsTest, theConfirmedApplyRestartsTheBarAndWaitsBeforeItRefreshes) {
+    create();
+    view->state().setSliderValue(6);
+    press("Apply & Restart Menu Bar");
+    answer(applyTitle, "Apply & Restart");
+    EXPECT_FALSE(dialog(applyTitle).isPresented);
+    EXPECT_EQ(shell.globalPreferences.written, stored6);
+    EXPECT_EQ(shell.processLauncher.launches, (std::vector<ScriptedProcessLauncher::Launch>{
+                                                  {"/usr/bin/killall", {"ControlCenter"}}}));
+    EXPECT_EQ(censuses(), 0U);
+    world.loop.advance(1.49);
+    EXPECT_EQ(censuses(), 0U);
+    world.loop.advance(0.02);
+    EXPECT_EQ(censuses(), 1U);
+}
+
+TEST_F(MainViewActionsTest, cancellingOrClosingADialogDoesNothing) {
+    shell.globalPreferences.values = stored6;
+    create();
+    press("Apply & Restart Menu Bar");
+    answer(applyTitle, "Cancel");
+    EXPECT_FALSE(dialog(applyTitle).isPresented);
+    press("Apply & Restart Menu Bar");
+    const auto closed = dialog(applyTitle).closed.run;
+    closed();
+    settle();
+    EXPECT_FALSE(dialog(applyTitle).isPresented);
+    press("Reset to Default");
+    answer(resetTitle, "Cancel");
+    EXPECT_FALSE(dialog(resetTitle).isPresented);
+    press("Reset to Default");
+    const auto resetClosed = dialog(resetTitle).closed.run;
+    resetClosed();
+    settle();
+    EXPECT_FALSE(dialog(resetTitle).isPresented);
+    world.loop.advance(10);
+    EXPECT_EQ(count("setValue"), 0U);
+    EXPECT_EQ(restarts(), 0U);
+    EXPECT_EQ(censuses(), 0U);
+}
+
+TEST_F(MainViewActionsTest, resetOnlyAsks) {
+    shell.globalPreferences.values = stored6;
+    create();
+    press("Reset to Default");
+    EXPECT_TRUE(dialog(resetTitle).isPresented);
+    EXPECT_FALSE(dialog(applyTitle).isPresented);
+    EXPECT_EQ(shell.globalPreferences.values, stored6);
+}
+
+TEST_F(MainViewActionsTest, aResetWithRestartRefreshesAtOnceAndLeavesTheSlider) {
+    shell.globalPreferences.values = stored6;
+    create();
+    press("Reset to Default");
+    const auto start = world.journal.calls().size();
+    answer(resetTitle, "Reset & Restart Menu Bar");
+    EXPECT_FALSE(dialog(resetTitle).isPresented);
+    const auto calls = after(start);
+    ASSERT_GE(calls.size(), 4U);
+    EXPECT_EQ(calls[0], "setValue NSStatusItemSpacing none");
+    EXPECT_EQ(calls[1], "setValue NSStatusItemSelectionPadding none");
+    EXPECT_EQ(calls[2], "synchronize");
+    EXPECT_EQ(calls[3], "launch /usr/bin/killall ControlCenter");
+    EXPECT_EQ(censuses(), 1U);
+    EXPECT_EQ(world.loop.elapsed(), 0);
+    EXPECT_TRUE(only<Text>(root, "Applied: system default").isVisible);
+    EXPECT_EQ(view->state().sliderValue(), 6);
+}
+
+TEST_F(MainViewActionsTest, aRestartThatFailsIsIgnored) {
+    shell.globalPreferences.values = stored6;
+    shell.processLauncher.succeeds = false;
+    create();
+    press("Reset to Default");
+    answer(resetTitle, "Reset & Restart Menu Bar");
+    EXPECT_TRUE(shell.globalPreferences.written.empty());
+    EXPECT_EQ(censuses(), 1U);
+}
+
+TEST_F(MainViewActionsTest, aResetWithoutRestartLeavesTheBarAlone) {
+    shell.globalPreferences.values = stored6;
+    create();
+    press("Reset to Default");
+    answer(resetTitle, "Reset Without Restart");
+    EXPECT_FALSE(dialog(resetTitle).isPresented);
+    EXPECT_TRUE(shell.globalPreferences.values.empty());
+    EXPECT_EQ(restarts(), 0U);
+    EXPECT_EQ(censuses(), 1U);
+}
+
+TEST_F(MainViewActionsTest, theFlagOfADialogIsClearedBeforeItsActionRuns) {
+    create();
+    press("Reset to Default");
+    auto shownDuringReset = true;
+    observations.push_back(view->state().observe([&] {
+        const auto now = view->body();
+        for (const auto* each : all<ConfirmationDialog>(now))
+            if (std::get<ConfirmationDialog>(each->node).title == resetTitle)
+                shownDuringReset = std::get<ConfirmationDialog>(each->node).isPresented;
+    }));
+    answer(resetTitle, "Reset Without Restart");
+    EXPECT_FALSE(shownDuringReset);
+}
+
+TEST_F(MainViewActionsTest, bothUpdateButtonsAskForACheck) {
+    create();
+    press("Check for Updates…");
+    EXPECT_EQ(shell.updater.checks, 1);
+    updates.willHandleShowingUpdate(false, "1.4");
+    settle();
+    press("Update to 1.4…");
+    EXPECT_EQ(shell.updater.checks, 2);
+}
+
+TEST_F(MainViewActionsTest, theAutomaticCheckSwitchIsTheUpdatersSetting) {
+    create();
+    updates.start();
+    flip("Check automatically", false);
+    EXPECT_FALSE(shell.updater.automaticChecks);
+    EXPECT_FALSE(isOn("Check automatically"));
+}
+
+TEST_F(MainViewActionsTest, aWriteThatIsLostIsShownAsLost) {
+    create();
+    const auto before = renderings;
+    flip("Check automatically", true);
+    EXPECT_GT(renderings, before);
+    EXPECT_FALSE(isOn("Check automatically"));
+}
+
+TEST_F(MainViewActionsTest, launchAtLoginIsAppliedAndShownEvenWhenItFails) {
+    create();
+    flip("Launch at login", true);
+    EXPECT_EQ(count("registerItem"), 1U);
+    EXPECT_TRUE(isOn("Launch at login"));
+    flip("Launch at login", false);
+    EXPECT_EQ(count("unregisterItem"), 1U);
+    EXPECT_FALSE(isOn("Launch at login"));
+    shell.loginService.registerError = "no";
+    flip("Launch at login", true);
+    EXPECT_TRUE(isOn("Launch at login"));
+}
+
+TEST_F(MainViewActionsTest, refreshIsDisabledWhileItRuns) {
+    world.screenCapture.captureReply = CaptureReply::later(0.5);
+    create();
+    press("Refresh");
+    EXPECT_FALSE(only<Button>(root, "Refresh").isEnabled);
+    EXPECT_EQ(censuses(), 1U);
+    world.loop.advance(0.6);
+    EXPECT_TRUE(only<Button>(root, "Refresh").isEnabled);
+}
+
+TEST_F(MainViewActionsTest, quitEndsTheProgram) {
+    create();
+    press("Quit");
+    EXPECT_EQ(world.workspace.terminations, 1);
+}
+
+TEST_F(MainViewActionsTest, theContentHeightIsPostedOnceAChangeInTheWindow) {
+    create(true);
+    const auto changed = std::get<VerticalScroll>(root.node).contentHeightChanged.run;
+    changed(700);
+    changed(700);
+    changed(712.5);
+    EXPECT_EQ(posts, (std::vector<Post>{{"OrrivaneContentHeight", {{"height", 700}}},
+                                        {"OrrivaneContentHeight", {{"height", 712.5}}}}));
+}
+
+TEST_F(MainViewActionsTest, thePopoverPostsNoContentHeight) {
+    create(false);
+    std::get<VerticalScroll>(root.node).contentHeightChanged.run(700);
+    EXPECT_TRUE(posts.empty());
+}
+
+TEST_F(MainViewActionsTest, theArrangeSectionIsReadWhenItOpensAndEveryTimeItDoes) {
+    createAndAppear();
+    const auto before = censuses();
+    const auto toggle = [&](bool open) {
+        const auto label = open ? "Show icon list" : "Hide icon list";
+        const auto changed = onlyNode<Disclosure>(root, label).changed.run;
+        changed(open);
+        settle();
+    };
+    toggle(true);
+    EXPECT_TRUE(world.userDefaults.stored.at("OrrivaneArrangeExpanded"));
+    EXPECT_EQ(censuses(), before + 1);
+    EXPECT_TRUE(onlyNode<Disclosure>(root, "Hide icon list").isExpanded);
+    EXPECT_EQ(all<Tile>(root).size(), 4U);
+    toggle(false);
+    EXPECT_EQ(censuses(), before + 1);
+    EXPECT_FALSE(onlyNode<Disclosure>(root, "Show icon list").isExpanded);
+    toggle(true);
+    EXPECT_EQ(censuses(), before + 2);
+}
+
+TEST_F(MainViewActionsTest, aSectionThatIsOpenAlreadyIsReadOnAppearance) {
+    world.userDefaults.stored = {{"OrrivaneArrangeExpanded", true}};
+    create();
+    settle();
+    EXPECT_EQ(censuses(), 0U);
+    appear();
+    EXPECT_EQ(censuses(), 2U); // its own and the first refresh
+    EXPECT_EQ(all<Tile>(root).size(), 4U);
+}
+
+TEST_F(MainViewActionsTest, aSectionThatTheOtherScreenOpensOpensHereToo) {
+    createAndAppear();
+    const auto before = censuses();
+    world.userDefaults.changeElsewhere("OrrivaneArrangeExpanded", true);
+    settle();
+    EXPECT_TRUE(onlyNode<Disclosure>(root, "Hide icon list").isExpanded);
+    EXPECT_EQ(censuses(), before + 1);
+}
+
+TEST_F(MainViewActionsTest, actionsOfAViewThatIsGoneDoNothing) {
+    create();
+    view.reset();
+    press("Quit");
+    press("Apply");
+    flip("Launch at login", true);
+    slide(7);
+    EXPECT_EQ(world.workspace.terminations, 0);
+    EXPECT_EQ(count("setValue"), 0U);
+    EXPECT_EQ(count("registerItem"), 0U);
+}
+
+TEST_F(MainViewActionsTest, aTaskThatAButtonBeganRunsToItsEndWithoutTheView) {
+    create();
+    view->state().setSliderValue(6);
+    press("Apply & Restart Menu Bar");
+    answer(applyTitle, "Apply & Restart");
+    view.reset();
+    world.loop.advance(2);
+    EXPECT_EQ(censuses(), 1U);
+}
+
+using MainViewDeathTest = MainViewActionsTest;
+
+TEST_F(MainViewDeathTest, aSliderThatIsNoNumberEndsTheProgram) {
+    create();
+    view->state().setSliderValue(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EXIT((void)view->body(), testing::KilledBySignal(SIGABRT), "");
+    view->state().setSliderValue(std::numeric_limits<double>::infinity());
+    EXPECT_EXIT((void)view->body(), testing::KilledBySignal(SIGABRT), "");
+}
+
+} // namespace
+} // namespace orrivane
