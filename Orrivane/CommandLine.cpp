@@ -14,6 +14,10 @@ constexpr std::string_view usage =
     "      --set-notch X,Y,WIDTH,HEIGHT\n"
     "                    store where the notch is, in pixels of the whole desktop from\n"
     "                    its top left corner, and exit\n"
+    "      --diagnose    say what it sees, what it would mirror and why not the rest, and\n"
+    "                    exit; works beside a running Orrivane\n"
+    "      --json        with --diagnose: for machines\n"
+    "      --quit        end the Orrivane that runs on this desktop\n"
     "  -h, --help        show this help and exit\n"
     "      --version     show the version and exit\n";
 
@@ -71,6 +75,7 @@ std::variant<Rect, UsageError> CommandLine::parseNotch(std::string_view text) {
 
 Command CommandLine::parse(std::span<const std::string_view> arguments) {
     Command command = RunCommand{};
+    bool json = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const auto argument = arguments[i];
         constexpr std::string_view setNotch = "--set-notch";
@@ -78,6 +83,15 @@ Command CommandLine::parse(std::span<const std::string_view> arguments) {
             return PrintCommand{std::string(usage)};
         if (argument == "--version")
             return PrintCommand{"Orrivane " + std::string(version()) + "\n"};
+        if (argument == "--json" || argument == "--diagnose" || argument == "--quit") {
+            if (argument == "--json")
+                json = true;
+            else if (argument == "--quit")
+                command = QuitCommand{};
+            else
+                command = DiagnoseCommand{};
+            continue;
+        }
         std::optional<std::string_view> notch;
         if (argument.starts_with(setNotch) && argument.substr(setNotch.size()).starts_with('='))
             notch = argument.substr(setNotch.size() + 1);
@@ -91,7 +105,11 @@ Command CommandLine::parse(std::span<const std::string_view> arguments) {
             return *error;
         command = SetNotchCommand{std::get<Rect>(parsed)};
     }
-    return command;
+    if (!json)
+        return command;
+    if (!std::holds_alternative<DiagnoseCommand>(command))
+        return UsageError{"--json goes with --diagnose only; orrivane --help lists the options."};
+    return DiagnoseCommand{.json = true};
 }
 
 std::string_view CommandLine::version() {

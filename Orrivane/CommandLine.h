@@ -19,12 +19,19 @@ struct PrintCommand {
 struct SetNotchCommand {
     Rect cutout; ///< pixels of the whole desktop, origin at its top left, y down
 };
+/// Print what the program sees and would do, then end.
+struct DiagnoseCommand {
+    bool json = false;
+};
+/// End the program that runs on this desktop.
+struct QuitCommand {};
 /// The arguments make no sense; `message` is one sentence that says which and what to do.
 struct UsageError {
     std::string message;
 };
 
-using Command = std::variant<RunCommand, PrintCommand, SetNotchCommand, UsageError>;
+using Command = std::variant<RunCommand, PrintCommand, SetNotchCommand, DiagnoseCommand,
+                             QuitCommand, UsageError>;
 
 struct CommandLine {
     /// `arguments` are without the program's name.

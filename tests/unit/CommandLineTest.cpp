@@ -23,6 +23,21 @@ TEST(CommandLine, helpAndVersionPrint) {
               "Orrivane " + std::string(CommandLine::version()) + "\n");
 }
 
+TEST(CommandLine, diagnosesForPeopleOrForMachines) {
+    EXPECT_FALSE(std::get<DiagnoseCommand>(parse({"--diagnose"})).json);
+    EXPECT_TRUE(std::get<DiagnoseCommand>(parse({"--diagnose", "--json"})).json);
+    EXPECT_TRUE(std::get<DiagnoseCommand>(parse({"--json", "--diagnose"})).json);
+}
+
+TEST(CommandLine, jsonAloneMeansNothing) {
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"--json"})));
+    EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"--quit", "--json"})));
+}
+
+TEST(CommandLine, quitEndsTheRunningProgram) {
+    EXPECT_TRUE(std::holds_alternative<QuitCommand>(parse({"--quit"})));
+}
+
 TEST(CommandLine, theNotchIsGivenBehindABlankOrAnEqualsSign) {
     const Rect expected{{660, 0}, {192.5, 37}};
     EXPECT_EQ(std::get<SetNotchCommand>(parse({"--set-notch", "660,0,192.5,37"})).cutout, expected);
