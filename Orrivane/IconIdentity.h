@@ -20,6 +20,8 @@ struct IconOwner {
     std::string appName;          ///< localized name, else bundle identifier, else "App"
     std::int32_t pid = 0;
     Rect frame; ///< global points, top-left origin, y down
+
+    friend bool operator==(const IconOwner&, const IconOwner&) = default;
 };
 
 /// Pairs census windows with accessibility elements, presses them, and measures menus. Stateless

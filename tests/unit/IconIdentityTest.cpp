@@ -49,6 +49,11 @@ TEST_F(IconIdentityTest, aDistanceOfTwentyMatchesAndMoreDoesNot) {
     EXPECT_FALSE(IconIdentity::owner(windowAt(100), Owners{ownerAt(120.0001)}, screens));
 }
 
+TEST_F(IconIdentityTest, iconsOfDifferentWidthsAreComparedByTheirMiddles) {
+    const Owners owners{ownerAt(100, 60), ownerAt(114)};
+    EXPECT_EQ(midX(IconIdentity::owner(windowAt(100), owners, screens)), 124);
+}
+
 TEST_F(IconIdentityTest, anEmptyOwnerListYieldsNoOwner) {
     EXPECT_FALSE(IconIdentity::owner(windowAt(100), Owners{}, screens));
 }
@@ -68,6 +73,13 @@ TEST_F(IconIdentityTest, aRectangleFortyPointsBelowTheTopIsInNoBar) {
     EXPECT_EQ(IconIdentity::barRightEdge({{1100, 139.9}, {20, 24}}, two), 1500);
     EXPECT_EQ(IconIdentity::barRightEdge({{1100, 140}, {20, 24}}, two), 1000);
     EXPECT_EQ(IconIdentity::barRightEdge({{1100, 60}, {20, 24}}, two), 1000);
+}
+
+TEST_F(IconIdentityTest, aRectangleOfNegativeExtentLiesInTheBarOfTheStandardisedOne) {
+    const Descriptions two{ScriptedScreens::plain({{0, 0}, {1000, 800}}),
+                           ScriptedScreens::plain({{1000, 0}, {500, 800}})};
+    EXPECT_EQ(IconIdentity::barRightEdge({{1501, 60}, {-20, -24}}, two), 1500);
+    EXPECT_EQ(IconIdentity::barRightEdge({{1501, 64}, {-20, -24}}, two), 1000);
 }
 
 TEST_F(IconIdentityTest, withoutScreensTheBarEndsWithTheRectangle) {
@@ -173,6 +185,8 @@ TEST_F(IconIdentityTest, aRefusedPressIsFalseLoggedAndNotRetried) {
               std::vector<std::string>{
                   "Orrivane: AXPress failed for 100% %s App (pid 42): AXError -25204"});
     EXPECT_EQ(accessibility.performed.size(), 1U);
+    accessibility.setAction(owner.element, "AXPress", 1);
+    EXPECT_FALSE(IconIdentity::press(owner, accessibility, world.log));
 }
 
 TEST_F(IconIdentityTest, aMenuIsOpenOnlyForADirectChildOfThatRole) {
@@ -200,6 +214,23 @@ TEST_F(IconIdentityTest, withoutABarFrameTheWidthSpansTheChildren) {
     const Frames children{Rect{{0, 0}, {300, 24}}, std::nullopt, Rect{{320, 0}, {180, 24}}};
     EXPECT_EQ(IconIdentity::menuWidth(std::nullopt, children), 500);
     EXPECT_EQ(IconIdentity::menuWidth(Rect{{-100, 0}, {1512, 24}}, children), 600);
+}
+
+TEST_F(IconIdentityTest, theWidthReachesFromTheBarsLeftEndToTheLastRightOneInWhateverOrder) {
+    const Frames children{Rect{{320, 0}, {180, 24}}, Rect{{50, 0}, {250, 24}}};
+    EXPECT_EQ(IconIdentity::menuWidth(std::nullopt, children), 450);
+    EXPECT_EQ(IconIdentity::menuWidth(Rect{{10, 0}, {1512, 24}}, children), 490);
+    EXPECT_EQ(IconIdentity::menuWidth(Rect{{1512, 0}, {-1512, 24}}, children), 500);
+}
+
+TEST_F(IconIdentityTest, aMenuBarsOwnFrameIsUsedWhereItHasOne) {
+    accessibility.addApplication(1, "Owner");
+    accessibility.menuBarOwner = accessibility.running[0];
+    const Frames menus{Rect{{40, 0}, {260, 24}}, Rect{{320, 0}, {180, 24}}};
+    accessibility.setMenuBar(1, std::nullopt, menus);
+    EXPECT_EQ(IconIdentity::frontmostMenuWidth(accessibility), 460);
+    accessibility.setMenuBar(1, Rect{{0, 0}, {1512, 24}}, menus);
+    EXPECT_EQ(IconIdentity::frontmostMenuWidth(accessibility), 500);
 }
 
 TEST_F(IconIdentityTest, withoutChildrenThatHaveFramesTheWidthIsUnknown) {
@@ -231,6 +262,16 @@ TEST_F(IconIdentityTest, aMenuBarWithoutChildrenOrOfAnotherTypeGivesNoWidth) {
     accessibility.setAttribute(accessibility.applicationElement(1), "AXMenuBar",
                                std::string("no element"));
     EXPECT_FALSE(IconIdentity::frontmostMenuWidth(accessibility));
+}
+
+TEST_F(IconIdentityTest, ownersAreEqualWhenAllTheirFieldsAre) {
+    const auto owner = ownerAt(10);
+    auto same = owner;
+    same.frame = {{30, 24}, {-20, -24}}; // the same rectangle
+    EXPECT_EQ(owner, same);
+    same.pid = 6;
+    EXPECT_NE(owner, same);
+    EXPECT_NE(owner, ownerAt(10)) << "another element";
 }
 
 } // namespace

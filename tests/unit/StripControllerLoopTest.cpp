@@ -80,6 +80,23 @@ TEST_F(Loop, startingTwiceInstallsOneTimerAndOneObserverEach) {
     EXPECT_EQ(observers(), 6U);
 }
 
+TEST_F(Loop, startingWhileItRunsNeitherTicksNorRestartsTheTimer) {
+    start();
+    advance(0.5);
+    const auto takes = world.journal.count("allWindows");
+    start();
+    EXPECT_EQ(world.journal.count("allWindows"), takes);
+    EXPECT_EQ(world.loop.timers().at(0).dueIn, 0.5);
+}
+
+TEST_F(Loop, startingWhileSuspendedKeepsTheObserversThatAreThere) {
+    start();
+    post(willSleep);
+    controller->setEnabled(true);
+    EXPECT_EQ(observers(), 6U);
+    EXPECT_EQ(world.loop.repeatingTimerCount(), 1U);
+}
+
 TEST_F(Loop, turningTheSwitchOffStopsAndHides) {
     start();
     controller->setEnabled(false);

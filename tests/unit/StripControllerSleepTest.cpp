@@ -117,6 +117,18 @@ TEST_P(Sleeping, theSwitchTurnedOnWhileSuspendedTicksWithoutShowing) {
     EXPECT_EQ(interval(), 1.0);
 }
 
+TEST_P(Sleeping, aTimerThatIsThereWhenTheWaitEndsKeepsItsPhase) {
+    world.windowList.clear();
+    start();
+    post(asleep);
+    controller->setEnabled(true);
+    world.loop.runUntilIdle(); // from here on every two seconds
+    post(awake);
+    advance(3);
+    EXPECT_EQ(interval(), 2.0);
+    EXPECT_EQ(world.loop.timers().at(0).dueIn, 1.0);
+}
+
 TEST_P(Sleeping, aSecondSleepWithinTheThreeSecondsIsEndedByTheFirstWake) {
     start();
     post(asleep);
@@ -202,6 +214,19 @@ TEST_F(Interrupted, switchedOffDuringACaptureItStandsDownInstead) {
     EXPECT_FALSE(shown());
     EXPECT_EQ(world.trayPanel.creations, 0);
     EXPECT_EQ(controller->mirroredCount(), 0);
+}
+
+TEST_F(Interrupted, switchedOffByAnotherProgramDuringACaptureItHidesWhatWasShown) {
+    start();
+    advance(2.5);
+    world.screenCapture.captureReply = CaptureReply::later(0.6);
+    advance(0.5); // the fourth tick captures
+    world.userDefaults.stored["OrrivaneStripEnabled"] = false;
+    EXPECT_TRUE(shown());
+    advance(0.6);
+    EXPECT_FALSE(shown());
+    EXPECT_EQ(controller->mirroredCount(), 0);
+    EXPECT_EQ(interval(), 2.0);
 }
 
 TEST_F(Interrupted, switchedOffAndOnDuringACaptureItShows) {

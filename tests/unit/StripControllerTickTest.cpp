@@ -115,7 +115,7 @@ TEST_F(Tick, neverMirrorsTheProgramsOwnWindows) {
 
 TEST_F(Tick, ownNumbersThatNoWindowCanHaveAreIgnored) {
     constexpr std::int64_t wraps = (std::int64_t{1} << 32U) + left;
-    world.ownWindows.numbers = {-1, wraps, -(std::int64_t{1} << 32U) + right, right};
+    world.ownWindows.numbers = {-1, wraps, -(std::int64_t{1} << 32U) + left, right};
     start();
     EXPECT_EQ(row(), Row{left});
 }

@@ -49,9 +49,11 @@ TEST(StripView, withoutImageThereIsAPlaceholderInsetBySix) {
                   {{6, 6}, {10, 25}}, 4, CornerStyle::continuous, ColorRole::secondary, 0.4}));
 }
 
-TEST(StripView, aCellTooNarrowForThePlaceholderStaysEmpty) {
+TEST(StripView, aCellTooSmallForThePlaceholderStaysEmpty) {
     const auto view = StripView{{item(1, 12)}, 37}.body();
     EXPECT_EQ(button(view, 0).label.primitives.size(), 1U);
+    const auto low = StripView{{item(1, 22)}, 12}.body();
+    EXPECT_EQ(button(low, 0).label.primitives.size(), 1U);
 }
 
 TEST(StripView, theNameIsTooltipAndAccessibleNameAndTheImageHasNone) {

@@ -74,6 +74,12 @@ TEST(WindowCensus, aMissingAuxiliaryAreaGivesNoNotchButStillSetsTheLine) {
     }
 }
 
+TEST(WindowCensus, theLineIsMeasuredFromThePrimaryScreensTopWhereverThatLies) {
+    const auto raised = ScriptedScreens::plain({{-1920, 100}, {1920, 1080}});
+    EXPECT_EQ(ids(take({raised, notched()}, {item(1, 10, 20, 198), item(2, 10, 20, 98)}).items),
+              Ids{1});
+}
+
 TEST(WindowCensus, otherLayersAndLargerWindowsAreDropped) {
     auto below = item(1, 10, 20);
     below.layer = 24;
