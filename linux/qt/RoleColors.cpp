@@ -4,9 +4,10 @@ namespace orrivane {
 
 namespace {
 
-// How much of the text colour subordinate text keeps; on dark it needs more to be as legible.
-constexpr double secondaryOnLight = 0.5;
-constexpr double secondaryOnDark = 0.55;
+// How much of the text colour subordinate text keeps: as little as stays legible (4.5 to 1) on a
+// window and on a card in it.
+constexpr double secondaryOnLight = 0.67;
+constexpr double secondaryOnDark = 0.62;
 
 bool isDark(const QPalette& palette) {
     return palette.color(QPalette::WindowText).lightness() >
@@ -37,11 +38,11 @@ QColor roleColor(ColorRole role, const QPalette& palette) {
     case ColorRole::gray:
         return shade(0x8c8c91, 0x98989d);
     case ColorRole::green:
-        return shade(0x1f9d3a, 0x3ad15a);
+        return shade(0x15702a, 0x3ad15a);
     case ColorRole::orange:
         return shade(0xd97400, 0xff9f1a);
     case ColorRole::red:
-        return shade(0xd5271e, 0xff5147);
+        return shade(0xc4211a, 0xff5d54);
     }
     return palette.color(QPalette::WindowText);
 }

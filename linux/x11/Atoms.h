@@ -11,8 +11,11 @@ namespace orrivane::x11 {
 enum class Atom : std::size_t {
     activeWindow,
     displayCutout,
+    instanceCommand,
+    instanceSelection,
     manager,
     supportingWmCheck,
+    trayColors,
     traySelection,
     compositorSelection,
     windowPid,
@@ -30,8 +33,11 @@ constexpr std::size_t atomCount = static_cast<std::size_t>(Atom::count);
 constexpr std::array<std::string_view, atomCount> atomNames{
     "_NET_ACTIVE_WINDOW",
     "_ORRIVANE_DISPLAY_CUTOUT",
+    "_ORRIVANE_COMMAND",
+    "_ORRIVANE_S#",
     "MANAGER",
     "_NET_SUPPORTING_WM_CHECK",
+    "_NET_SYSTEM_TRAY_COLORS",
     "_NET_SYSTEM_TRAY_S#",
     "_NET_WM_CM_S#",
     "_NET_WM_PID",

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <Orrivane/platform/Popover.h>
+
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace orrivane {
+
+class ScreenView;
+
+/// A frameless window under the own icon. It closes when another window takes the keyboard, by
+/// Escape, and by a second click on the icon; a question it asks, and a drag that begins in it, do
+/// not close it.
+class QtPopover : public Popover {
+  public:
+    QtPopover();
+    ~QtPopover() override;
+
+    void setRoot(const View& root) override;
+    void setContentSize(Size size) override;
+    [[nodiscard]] bool isShown() override;
+    void show(StatusItem& below) override;
+    void performClose() override;
+
+    [[nodiscard]] QWidget* widget() const;
+
+  private:
+    class Window;
+
+    std::unique_ptr<Window> window_;
+};
+
+/// Where a popover of `size` stands: centred below `anchor` (above it in the lower half of the
+/// screen), wholly on the screen's `available` area and never larger than it. Toolkit coordinates.
+QRect popoverPlace(QSize size, const QRect& anchor, const QRect& available);
+
+} // namespace orrivane
