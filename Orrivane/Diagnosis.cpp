@@ -27,22 +27,12 @@ std::set<std::int64_t> numbers(OwnWindows& windows) {
     return {all.begin(), all.end()};
 }
 
-std::set<std::uint32_t> mirrored(const CensusResult& census, const std::set<std::int64_t>& own,
-                                 std::optional<double> menuWidth) {
-    std::set<std::uint32_t> ids;
-    if (!census.notch || !menuWidth)
-        return ids;
-    auto eaten = census.eaten();
-    std::erase_if(eaten, [&](const auto& item) { return own.contains(item.id); });
-    for (const auto& item : StripController::fit(eaten, *census.notch, *menuWidth))
-        ids.insert(item.id);
-    return ids;
-}
-
 } // namespace
 
-Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferences) {
+Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferences,
+                          std::optional<std::int32_t> runningProcess) {
     Diagnosis result;
+    result.runningProcess = runningProcess;
     result.version = CommandLine::version();
     result.screens = platform.screens.screens();
     result.displayAsleep = platform.screens.mainDisplayIsAsleep();
@@ -59,9 +49,6 @@ Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferenc
     if (result.accessibilityTrusted)
         result.menuWidth = IconIdentity::frontmostMenuWidth(platform.accessibility);
     const auto owners = IconIdentity::resolveOwners(platform.accessibility);
-    const auto own = numbers(platform.ownWindows);
-    const auto shown = mirrored(census, own, result.menuWidth);
-    const auto obstacle = result.obstacle();
     for (const auto& window : census.items) {
         Item item;
         item.window = window;
@@ -69,17 +56,36 @@ Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferenc
             item.application = owner->appName;
             item.process = owner->pid;
         }
-        if (!window.isEaten)
-            item.reason = visibleReason;
-        else if (own.contains(window.id))
-            item.reason = ownReason;
-        else if (!obstacle.empty())
-            item.reason = obstacle;
-        else if (!shown.contains(window.id))
-            item.reason = roomReason;
         result.items.push_back(std::move(item));
     }
+    result.giveReasons(numbers(platform.ownWindows));
     return result;
+}
+
+void Diagnosis::giveReasons(const std::set<std::int64_t>& ownNumbers) {
+    const auto isOwn = [&](const Item& item) {
+        return ownNumbers.contains(item.window.id) ||
+               (item.process > 0 && item.process == runningProcess);
+    };
+    std::vector<StatusItemWindow> hidden;
+    for (const auto& item : items)
+        if (item.window.isEaten && !isOwn(item))
+            hidden.push_back(item.window);
+    std::set<std::uint32_t> shown;
+    if (notch && menuWidth)
+        for (const auto& window : StripController::fit(hidden, *notch, *menuWidth))
+            shown.insert(window.id);
+    const auto inTheWay = obstacle();
+    for (auto& item : items) {
+        if (!item.window.isEaten)
+            item.reason = visibleReason;
+        else if (isOwn(item))
+            item.reason = ownReason;
+        else if (!inTheWay.empty())
+            item.reason = inTheWay;
+        else if (!shown.contains(item.window.id))
+            item.reason = roomReason;
+    }
 }
 
 // In the order in which a tick asks.

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -36,10 +37,13 @@ struct Diagnosis {
     bool mirrorOnExternal = false;
     std::optional<std::int64_t> spacing; ///< stored; preference units
     std::optional<std::int64_t> padding; ///< stored; preference units
-    bool anotherRuns = false;            ///< a program that is not this one, on the same desktop
+    /// The running program, if that is another process; 0: unknown which.
+    std::optional<std::int32_t> runningProcess;
 
     /// Asks the ports once. Captures nothing and presses nothing.
-    static Diagnosis take(const Platform& platform, GlobalPreferences& preferences);
+    /// Items of `runningProcess` count as the program's own.
+    static Diagnosis take(const Platform& platform, GlobalPreferences& preferences,
+                          std::optional<std::int32_t> runningProcess = std::nullopt);
 
     /// For people: one fact a line.
     [[nodiscard]] std::string text() const;
@@ -48,6 +52,9 @@ struct Diagnosis {
 
     /// Why no icon at all is mirrored now; empty when nothing stands in the way.
     [[nodiscard]] std::string obstacle() const;
+
+  private:
+    void giveReasons(const std::set<std::int64_t>& ownNumbers);
 };
 
 } // namespace orrivane

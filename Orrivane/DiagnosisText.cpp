@@ -108,7 +108,8 @@ std::string array(const Values& values) {
 } // namespace
 
 std::string Diagnosis::json() const {
-    return "{\"version\":" + quoted(version) + ",\"running\":" + truth(anotherRuns) +
+    return "{\"version\":" + quoted(version) +
+           ",\"runningProcess\":" + number(runningProcess, "null") +
            ",\"screens\":" + array(screens) + ",\"displayAsleep\":" + truth(displayAsleep) +
            ",\"notch\":" + (notch ? jsonOf(*notch) : "null") +
            ",\"menuWidth\":" + (menuWidth ? number(*menuWidth) : "null") +
@@ -122,7 +123,9 @@ std::string Diagnosis::json() const {
 
 std::string Diagnosis::text() const {
     std::string out = "Orrivane " + version + "\n";
-    out += "Running: " + yes(anotherRuns) + "\n";
+    out +=
+        "Running: " + (runningProcess ? "yes, process " + std::to_string(*runningProcess) : "no") +
+        "\n";
     for (const auto& screen : screens)
         out +=
             "Screen: " + plain(screen.frame) + ", top inset " + number(screen.safeAreaTop) + "\n";

@@ -1,12 +1,19 @@
+#include <Orrivane/AppDelegate.h>
+#include <Orrivane/CaptureService.h>
 #include <Orrivane/CommandLine.h>
+#include <Orrivane/Diagnosis.h>
+#include <Orrivane/MainView.h>
+#include <Orrivane/MoveEngine.h>
 #include <Orrivane/StripController.h>
+#include <Orrivane/UpdateController.h>
 #include <Orrivane/platform/Host.h>
-#include <Orrivane/platform/Platform.h>
+#include <Orrivane/support/NotificationCenter.h>
 
 #include <cstdio>
 #include <string>
 #include <vector>
 
+namespace orrivane {
 namespace {
 
 int fail(const std::string& sentence) {
@@ -14,17 +21,53 @@ int fail(const std::string& sentence) {
     return 1;
 }
 
-int run(int& argc, char** argv) {
+int run(Host& host) {
+    auto& captures = CaptureService::shared();
+    auto& strip = StripController::shared();
+    auto& updates = UpdateController::shared();
+    auto& notifications = NotificationCenter::defaultCenter();
+    const auto& platform = host.platform();
+    const auto& shell = host.shellPlatform();
+    const MainView::Services services{
+        captures,
+        strip,
+        updates,
+        notifications,
+        {[](StatusItemWindow item, double toX) { return MoveEngine::move(item, toX); },
+         [&host] { return host.arrangeLimitation(); }},
+        [&host] { return host.squeezeLimitation(); }};
+    AppDelegate delegate(platform, shell, {captures, strip, updates, notifications},
+                         [&](bool inWindow, std::function<void(const View&)> setRoot) {
+                             return MainView::create(inWindow, platform, shell, services,
+                                                     std::move(setRoot));
+                         });
+    return host.run(delegate);
+}
+
+int diagnose(Host& host, bool json) {
+    StripController::shared(); // registers the defaults that are read
+    const auto diagnosis = Diagnosis::take(host.platform(), host.shellPlatform().globalPreferences,
+                                           host.runningElsewhere());
+    std::fputs((json ? diagnosis.json() : diagnosis.text()).c_str(), stdout);
+    return 0;
+}
+
+int perform(const Command& command, int& argc, char** argv) {
     std::string problem;
-    const auto host = orrivane::Host::create(argc, argv, problem);
+    const auto host = Host::create(argc, argv, problem);
     if (!host)
         return fail(problem);
-    orrivane::Platform::install(host->platform());
-    orrivane::StripController::shared().start();
-    return host->run();
+    if (std::holds_alternative<QuitCommand>(command))
+        return host->quitOther() ? 0 : fail("no Orrivane runs on this desktop.");
+    Platform::install(host->platform());
+    ShellPlatform::install(host->shellPlatform());
+    if (const auto* asked = std::get_if<DiagnoseCommand>(&command))
+        return diagnose(*host, asked->json);
+    return host->claim() ? run(*host) : 0;
 }
 
 } // namespace
+} // namespace orrivane
 
 int main(int argc, char** argv) {
     const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
@@ -34,10 +77,10 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (const auto* error = std::get_if<orrivane::UsageError>(&command))
-        return fail(error->message);
+        return orrivane::fail(error->message);
     if (const auto* notch = std::get_if<orrivane::SetNotchCommand>(&command)) {
         const auto problem = orrivane::Host::storeCutout(notch->cutout);
-        return problem ? fail(*problem) : 0;
+        return problem ? orrivane::fail(*problem) : 0;
     }
-    return run(argc, argv);
+    return orrivane::perform(command, argc, argv);
 }

@@ -1,15 +1,28 @@
 #include <Orrivane/platform/Host.h>
 
+#include <Orrivane/AppDelegate.h>
+#include <Orrivane/MenuBarIcon.h>
 #include <Orrivane/platform/Platform.h>
+#include <Orrivane/platform/ShellPlatform.h>
 
+#include <linux/NoUpdater.h>
 #include <linux/SignalWatcher.h>
 #include <linux/qt/GlobalMenuExtents.h>
 #include <linux/qt/QtMainLoop.h>
+#include <linux/qt/QtMainWindow.h>
+#include <linux/qt/QtPopover.h>
+#include <linux/qt/QtStatusBar.h>
 #include <linux/qt/QtTrayPanel.h>
 #include <linux/qt/QtUserDefaults.h>
 #include <linux/qt/SleepMonitor.h>
 #include <linux/qt/StandardErrorLog.h>
+#include <linux/support/AutostartService.h>
+#include <linux/support/MenuBarPreferenceStore.h>
+#include <linux/support/MenuBarPreferences.h>
+#include <linux/support/SpawnLauncher.h>
 #include <linux/x11/SessionCheck.h>
+#include <linux/x11/SingleInstance.h>
+#include <linux/x11/TrayProperties.h>
 #include <linux/x11/X11Platform.h>
 
 #include <QApplication>
@@ -41,29 +54,85 @@ class X11Host : public Host {
         , panel_(x11_.stage)
         , readable_(connection_->descriptor(), QSocketNotifier::Read)
         , signals_([] { QCoreApplication::quit(); })
-        , platform_{
-              loop_,        x11_.screens, x11_.windowList, x11_.ownWindows, x11_.accessibility,
-              x11_.capture, defaults_,    x11_.workspace,  panel_,          log_} {
+        , instance_(*connection_)
+        , preferences_(MenuBarPreferences::userFile())
+        , login_(AutostartService::userFile(),
+                 QCoreApplication::applicationFilePath().toStdString())
+        , statusBar_([this] { return trayInk(); })
+        , platform_{loop_,
+                    x11_.screens,
+                    x11_.windowList,
+                    x11_.ownWindows,
+                    x11_.accessibility,
+                    x11_.capture,
+                    defaults_,
+                    x11_.workspace,
+                    panel_,
+                    log_}
+        , shell_{x11_.eventPoster, preferences_, launcher_, login_,
+                 updater_,         statusBar_,   popover_,  window_} {
+        if (auto* toolkit = application_->nativeInterface<QNativeInterface::QX11Application>())
+            x11_.items.addOwnClient(connection_->clientOf(xcb_generate_id(toolkit->connection())));
+        x11_.ownWindows.setMainWindow([this] { return window_.isVisible(); });
         QObject::connect(&readable_, &QSocketNotifier::activated, [this] { connection_->drain(); });
         connection_->setQueuedHandler([this] { drainSoon(); });
     }
 
     const Platform& platform() override { return platform_; }
+    const ShellPlatform& shellPlatform() override { return shell_; }
 
-    int run() override {
+    bool claim() override {
+        if (instance_.claim([this](x11::InstanceCommand command) { obey(command); }))
+            return true;
+        instance_.tell(x11::InstanceCommand::open);
+        return false;
+    }
+    std::optional<std::int32_t> runningElsewhere() override { return instance_.runningElsewhere(); }
+    bool quitOther() override { return instance_.tell(x11::InstanceCommand::quit); }
+
+    std::string arrangeLimitation() override {
+        if (x11::trayIsAMenuBar(*connection_))
+            return {};
+        return "The tray of this desktop does not let its icons be moved.";
+    }
+    std::string squeezeLimitation() override {
+        if (x11::trayIsAMenuBar(*connection_))
+            return {};
+        return "The tray of this desktop does not read the spacing; it is stored all the same.";
+    }
+
+    int run(ApplicationDelegate& delegate) override {
+        delegate_ = &delegate;
+        QGuiApplication::setWindowIcon(
+            drawnIcon(MenuBarIcon::image(), QColor(0x3d, 0x6f, 0xd8), false));
+        delegate.applicationDidFinishLaunching();
         // D-Bus is not needed for the first tray, so it does not hold it up.
         loop_.post([this] { watchForSleep(); });
         if (x11_.screens.knowsOnlyTheInset())
             log_.write("Orrivane: this panel has a notch of unknown width; tell where it is with "
                        "orrivane --set-notch X,Y,WIDTH,HEIGHT");
-        return QApplication::exec();
+        const int status = QApplication::exec();
+        delegate_ = nullptr;
+        return status;
     }
 
   private:
+    void obey(x11::InstanceCommand command) {
+        if (command == x11::InstanceCommand::quit)
+            QCoreApplication::quit();
+        else if (delegate_)
+            delegate_->applicationShouldHandleReopen(window_.isVisible());
+    }
+
+    std::optional<QColor> trayInk() {
+        const auto ink = x11::trayInk(*connection_);
+        return ink ? std::optional(QColor::fromRgb(*ink)) : std::nullopt;
+    }
+
     x11::X11Platform::Settings settings() {
         return {application_->devicePixelRatio(),
                 x11::CutoutFile::ofUser(),
-                {openAddress, [] { QCoreApplication::quit(); }, [] {}},
+                {openAddress, [] { QCoreApplication::quit(); }, [this] { window_.activate(); }},
                 [this](std::int32_t process, PixelRect band) {
                     return globalMenu_.rightEdge(process, band);
                 }};
@@ -98,7 +167,17 @@ class X11Host : public Host {
     SignalWatcher signals_;
     std::unique_ptr<SleepMonitor> sleep_;
     bool drainPosted_ = false;
+    x11::SingleInstance instance_;
+    MenuBarPreferenceStore preferences_;
+    SpawnLauncher launcher_;
+    AutostartService login_;
+    NoUpdater updater_;
+    QtStatusBar statusBar_;
+    QtPopover popover_;
+    QtMainWindow window_;
+    ApplicationDelegate* delegate_ = nullptr; // while the loop runs
     Platform platform_;
+    ShellPlatform shell_;
 };
 
 } // namespace

@@ -2,23 +2,42 @@
 
 #include <Orrivane/support/Geometry.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
 namespace orrivane {
 
+class ApplicationDelegate;
 struct Platform;
+struct ShellPlatform;
 
 /// The process's one tie to its platform: makes the ports and runs the loop.
 class Host {
   public:
     virtual ~Host() = default;
 
-    /// Valid as long as the host.
+    /// Both valid as long as the host.
     [[nodiscard]] virtual const Platform& platform() = 0;
-    /// Runs the loop to the program's end and gives the exit status.
-    virtual int run() = 0;
+    [[nodiscard]] virtual const ShellPlatform& shellPlatform() = 0;
+
+    /// Becomes the program that runs on this desktop. False when another one is it; that one has
+    /// then been told to show its window.
+    [[nodiscard]] virtual bool claim() = 0;
+    /// The process that is the program on this desktop, if that is not this one; 0 when it does not
+    /// say which it is.
+    [[nodiscard]] virtual std::optional<std::int32_t> runningElsewhere() = 0;
+    /// Tells that process to end; false when there is none.
+    virtual bool quitOther() = 0;
+
+    /// One sentence where items cannot be moved, or the spacing cannot be changed, on this desktop
+    /// as it is now; empty where it can.
+    [[nodiscard]] virtual std::string arrangeLimitation() = 0;
+    [[nodiscard]] virtual std::string squeezeLimitation() = 0;
+
+    /// Runs the loop to the program's end and gives the exit status. `delegate` outlives the call.
+    virtual int run(ApplicationDelegate& delegate) = 0;
 
     /// `argc` and `argv` live as long as the process. Null when the program cannot work here:
     /// `problem` is then one sentence that says what is missing and what to do.

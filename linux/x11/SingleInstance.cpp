@@ -1,5 +1,6 @@
 #include <linux/x11/SingleInstance.h>
 
+#include <unistd.h>
 #include <utility>
 
 namespace orrivane::x11 {
@@ -23,6 +24,20 @@ std::optional<std::uint32_t> SingleInstance::owner() {
     return reply->owner == window_ ? 0 : reply->owner;
 }
 
+std::optional<std::int32_t> SingleInstance::runningElsewhere() {
+    const auto window = owner().value_or(0);
+    if (window == 0)
+        return std::nullopt;
+    const auto reply = connection_.wait<xcb_get_property_reply_t>(
+        xcb_get_property(connection_.raw(), 0, window, connection_.atom(Atom::windowPid),
+                         XCB_ATOM_CARDINAL, 0, 1),
+        Connection::deadline());
+    if (!reply || reply->format != 32 || xcb_get_property_value_length(reply.get()) != 4)
+        return 0;
+    return static_cast<std::int32_t>(
+        *static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get())));
+}
+
 bool SingleInstance::claim(std::function<void(InstanceCommand)> commanded) {
     if (owner() != std::optional<std::uint32_t>(0))
         return false;
@@ -31,6 +46,10 @@ bool SingleInstance::claim(std::function<void(InstanceCommand)> commanded) {
     connection_.ignore(xcb_create_window_checked(raw, 0, window_, connection_.root(), -1, -1, 1, 1,
                                                  0, XCB_WINDOW_CLASS_INPUT_ONLY,
                                                  XCB_COPY_FROM_PARENT, 0, nullptr));
+    const auto process = static_cast<std::uint32_t>(getpid());
+    connection_.ignore(xcb_change_property_checked(raw, XCB_PROP_MODE_REPLACE, window_,
+                                                   connection_.atom(Atom::windowPid),
+                                                   XCB_ATOM_CARDINAL, 32, 1, &process));
     connection_.ignore(xcb_set_selection_owner_checked(
         raw, window_, connection_.atom(Atom::instanceSelection), XCB_CURRENT_TIME));
     // Two launches at the same moment: the later one owns it, and the earlier one sees that here

@@ -23,9 +23,9 @@ class SingleInstance {
     /// answer. From then on `commanded` hears the commands of others, on the main thread.
     [[nodiscard]] bool claim(std::function<void(InstanceCommand)> commanded);
     /// Tells the running program; false when there is none.
-    [[nodiscard]] bool tell(InstanceCommand command);
-    /// Whether a program runs that is not this one.
-    [[nodiscard]] bool isRunningElsewhere() { return owner().value_or(0) != 0; }
+    bool tell(InstanceCommand command);
+    /// The process of the program that runs, if that is not this one; 0 when it cannot be told.
+    [[nodiscard]] std::optional<std::int32_t> runningElsewhere();
 
   private:
     // Absent when the server does not answer; 0: nobody else.

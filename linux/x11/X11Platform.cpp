@@ -18,7 +18,8 @@ X11Platform::X11Platform(Connection& connection, MainLoop& loop, Settings settin
           {connection, tree, screens, items, menus, presser},
           [this] { return workspace.activeWindow(); }, std::move(settings.globalMenu))
     , capture(connection, loop, screens, tree, items)
-    , stage(connection, loop, screens, tree, items, presser) {
+    , stage(connection, loop, screens, tree, items, presser)
+    , eventPoster(connection, screens) {
     items.addOwnClient(connection.clientOf(xcb_generate_id(connection.raw())));
     screens.setActiveWindow([this] { return workspace.activeWindow(); });
 }

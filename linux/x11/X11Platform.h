@@ -6,6 +6,7 @@
 #include <linux/x11/StatusItems.h>
 #include <linux/x11/WindowTree.h>
 #include <linux/x11/X11Accessibility.h>
+#include <linux/x11/X11EventPoster.h>
 #include <linux/x11/X11PanelStage.h>
 #include <linux/x11/X11ScreenCapture.h>
 #include <linux/x11/X11Screens.h>
@@ -39,6 +40,7 @@ struct X11Platform {
     X11Accessibility accessibility;
     X11ScreenCapture capture;
     X11PanelStage stage;
+    X11EventPoster eventPoster;
 };
 
 } // namespace orrivane::x11

@@ -5,6 +5,9 @@
 
 #include <linux/x11/StatusItems.h>
 
+#include <functional>
+#include <utility>
+
 namespace orrivane::x11 {
 
 /// The window list: tray icons, each as wide as its window and as high as the bar's band, and what
@@ -43,11 +46,18 @@ class X11OwnWindows : public OwnWindows {
                 numbers.push_back(id);
         return numbers;
     }
-    bool mainViewWindowIsVisible() override { return false; }
+    bool mainViewWindowIsVisible() override {
+        return isMainWindowVisible_ && isMainWindowVisible_();
+    }
+    /// The toolkit knows.
+    void setMainWindow(std::function<bool()> isVisible) {
+        isMainWindowVisible_ = std::move(isVisible);
+    }
 
   private:
     StatusItems& items_;
     WindowTree& tree_;
+    std::function<bool()> isMainWindowVisible_;
 };
 
 } // namespace orrivane::x11

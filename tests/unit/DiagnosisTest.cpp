@@ -67,6 +67,17 @@ TEST_F(DiagnosisTest, ownItemsSaySo) {
     EXPECT_EQ(reason(11), "");
 }
 
+TEST_F(DiagnosisTest, theIconOfTheRunningProgramIsItsOwnToo) {
+    world.accessibility.addApplication(77, "orrivane");
+    world.accessibility.addStatusItem(77, {{740, 0}, {30, 37}});
+    const auto diagnosis = Diagnosis::take(world.platform(), shell.globalPreferences, 77);
+    ASSERT_EQ(diagnosis.items.size(), 3U);
+    EXPECT_EQ(diagnosis.items[1].process, 77);
+    EXPECT_EQ(diagnosis.items[1].reason, "it is Orrivane's own");
+    EXPECT_EQ(diagnosis.items[0].reason, "");
+    EXPECT_NE(diagnosis.text().find("Running: yes, process 77\n"), std::string::npos);
+}
+
 TEST_F(DiagnosisTest, theFirstObstacleIsTheOneThatIsNamed) {
     world.accessibility.trusted = false;
     EXPECT_EQ(reason(11), "other programs' items may not be pressed");

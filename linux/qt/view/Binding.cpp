@@ -73,8 +73,11 @@ void Binding::applyModifiers(const View& next) {
 
 // A widget without a parent would be shown as a window.
 void Binding::settleVisibility() {
-    if (outer_ && !outer_->isWindow() && outer_->isHidden() == isVisible_)
-        outer_->setVisible(isVisible_);
+    const bool shows = isVisible_ && takesRoom();
+    if (outer_ && !outer_->isWindow() && outer_->isHidden() == shows)
+        outer_->setVisible(shows);
+    else if (outer_ && !shows)
+        outer_->hide();
 }
 
 void Binding::applyFrame(const Frame& frame) {

@@ -41,6 +41,8 @@ class Binding : public QObject {
     Binding(const View& first, QWidget* inner);
 
     virtual void apply(const View& next) = 0;
+    /// False for what stands in the tree, but not on the screen.
+    [[nodiscard]] virtual bool takesRoom() const { return true; }
     [[nodiscard]] QWidget* inner() const { return inner_; }
     [[nodiscard]] static QString text(const std::string& utf8) {
         return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));

@@ -10,17 +10,15 @@ namespace orrivane {
 
 namespace {
 
-/// A question as a window of its own over the screen's window. In the layout it is a widget
-/// without size.
+/// A question as a window of its own over the screen's window.
 class DialogBinding : public Binding {
   public:
     explicit DialogBinding(const View& first)
-        : Binding(first, new QWidget) {
-        inner()->setFixedSize(0, 0);
-    }
+        : Binding(first, new QWidget) {}
     ~DialogBinding() override { close(); }
 
   protected:
+    bool takesRoom() const override { return false; }
     void apply(const View& next) override {
         node_ = std::get<ConfirmationDialog>(next.node);
         if (node_.isPresented && !box_)

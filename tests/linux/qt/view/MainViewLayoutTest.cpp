@@ -144,6 +144,15 @@ TEST_P(MainViewLayoutTest, everyTextFitsThePlaceItHas) {
     }
 }
 
+TEST_P(MainViewLayoutTest, theNaturalHeightIsThatOfTheContent) {
+    whole();
+    int bottom = 0;
+    for (const auto* widget : leaves())
+        bottom = std::max(bottom, place(widget).bottom() + 1);
+    constexpr int padding = 16;
+    EXPECT_EQ(screen.naturalHeight(), bottom + padding);
+}
+
 TEST_P(MainViewLayoutTest, nothingOverlaps) {
     whole();
     const auto all = leaves();
