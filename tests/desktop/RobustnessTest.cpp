@@ -4,8 +4,6 @@
 #include <linux/support/SetMonitor.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 namespace orrivane::e2e {
 namespace {
@@ -26,13 +24,6 @@ class Robustness : public testing::Test {
     }
     [[nodiscard]] testing::AssertionResult waitUntilHidden() {
         return waitFor("the strip is hidden", [&] { return !desktop_->strip(); });
-    }
-    void store(const std::string& key, bool value) {
-        const auto folder = desktop_->environment("orrivane").at("XDG_CONFIG_HOME") + "/orrivane";
-        std::filesystem::create_directories(folder);
-        std::ofstream(folder + "/orrivane.conf")
-            << "[General]\n"
-            << key << '=' << (value ? "true" : "false") << '\n';
     }
     /// A screen of the server's that no output shows.
     void addMonitor(const PixelRect& area) {
@@ -102,16 +93,16 @@ TEST_F(Robustness, aGrabbedServerDoesNotEndTheProgram) {
 }
 
 TEST_F(Robustness, aSecondScreenObeysTheExternalRule) {
-    store("OrrivaneMirrorOnExternal", false);
+    desktop_->setDefault("OrrivaneMirrorOnExternal", false);
     run();
     addMonitor({1000, 500, 400, 400});
     EXPECT_TRUE(waitUntilHidden());
-    store("OrrivaneMirrorOnExternal", true);
+    desktop_->setDefault("OrrivaneMirrorOnExternal", true);
     EXPECT_TRUE(mirror_->waitUntilRight());
 }
 
 TEST_F(Robustness, withTheSwitchStoredOffNothingShows) {
-    store("OrrivaneStripEnabled", false);
+    desktop_->setDefault("OrrivaneStripEnabled", false);
     auto& program = desktop_->startProgram();
     EXPECT_TRUE(staysTrue(
         "nothing shows", [&] { return !desktop_->strip() && program.isRunning(); },

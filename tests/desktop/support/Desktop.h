@@ -9,6 +9,7 @@
 #include "TrayHost.h"
 
 #include <list>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -53,6 +54,10 @@ class Desktop {
     const TrayHost& hostKind() const { return *hostKind_; }
     const Options& options() const { return options_; }
     const std::string& directory() const { return directory_.path(); }
+
+    /// Stores a switch of the program's, at once also for a running one. Its own icon is switched
+    /// off from the start: in most trays one icon more moves all the others.
+    void setDefault(const std::string& key, bool value);
 
     /// For a program called `name`: a home folder of that name, this display, the session bus.
     Environment environment(const std::string& name) const;
@@ -102,6 +107,8 @@ class Desktop {
     void report();
     std::string logFor(const std::string& name);
 
+    void writeDefaults();
+
     Options options_;
     TempDirectory directory_;
     std::optional<PrivateXServer> server_;
@@ -113,6 +120,7 @@ class Desktop {
     std::list<DockedClient> clients_;
     std::list<ChildProcess> others_;
     std::optional<ChildProcess> program_;
+    std::map<std::string, bool> defaults_{{"OrrivaneShowStatusItem", false}};
     int logCount_ = 0;
 };
 

@@ -96,9 +96,23 @@ std::string Desktop::programPath() {
 #endif
 }
 
+void Desktop::setDefault(const std::string& key, bool value) {
+    defaults_[key] = value;
+    writeDefaults();
+}
+
+void Desktop::writeDefaults() {
+    std::string text = "[General]\n";
+    for (const auto& [name, stored] : defaults_) {
+        text += name + (stored ? "=true\n" : "=false\n");
+    }
+    writeFile(environment("orrivane").at("XDG_CONFIG_HOME") + "/orrivane/orrivane.conf", text);
+}
+
 ChildProcess& Desktop::startProgram(const std::vector<std::string>& arguments,
                                     const Environment& extra) {
     ChildProcess::Options child;
+    writeDefaults();
     child.arguments = {programPath()};
     child.arguments.insert(child.arguments.end(), arguments.begin(), arguments.end());
     child.environment = environment("orrivane");
