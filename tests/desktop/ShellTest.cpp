@@ -1,0 +1,150 @@
+#include "Mirror.h"
+#include "TestWindow.h"
+
+namespace orrivane::e2e {
+namespace {
+
+constexpr xcb_keysym_t escapeKey = 0xff1b; // keysymdef.h
+
+/// The program with its own icon, in a trayer with two applications.
+class Shell : public testing::Test {
+  protected:
+    Shell() {
+        desktop_.emplace(Desktop::Options{});
+        desktop_->setDefault("OrrivaneShowStatusItem", true);
+        desktop_->startClient("parcellite");
+        desktop_->startClient("volumeicon");
+    }
+    void run() {
+        desktop_->startProgram();
+        ASSERT_TRUE(waitFor("the own icon is docked", [&] { return ownIcon().has_value(); }));
+    }
+    [[nodiscard]] std::optional<WindowState> ownIcon() {
+        for (const auto& icon : desktop_->observer().trayIcons())
+            if (icon.isViewable() &&
+                desktop_->observer().pidOf(icon.id) == desktop_->program().pid())
+                return icon;
+        return std::nullopt;
+    }
+    /// A large window of the program's, wherever the window manager has put it.
+    [[nodiscard]] std::optional<WindowState> largeWindow() {
+        for (const auto& window : desktop_->observer().tree())
+            if (window.isViewable() && window.area.width >= 560 && window.area.height >= 300 &&
+                desktop_->observer().pidOf(window.id) == desktop_->program().pid())
+                return window;
+        return std::nullopt;
+    }
+    [[nodiscard]] bool appears() {
+        return bool(waitFor("a window appears", [&] { return largeWindow().has_value(); }));
+    }
+    [[nodiscard]] bool vanishes() {
+        return bool(waitFor("the window vanishes", [&] { return !largeWindow(); }));
+    }
+    /// Another launch with these arguments; its exit status.
+    int launchAgain(const std::vector<std::string>& arguments, const std::string& output = {}) {
+        ChildProcess::Options options;
+        options.arguments = {Desktop::programPath()};
+        options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
+        options.environment = desktop_->environment("orrivane");
+        options.logFile = output.empty() ? desktop_->directory() + "/second.log" : output;
+        ChildProcess second(std::move(options));
+        const auto status = second.wait(std::chrono::seconds(20));
+        return status ? status->code.value_or(-1) : -1;
+    }
+
+    std::optional<Desktop> desktop_;
+};
+
+TEST_F(Shell, startsWithoutAWindow) {
+    run();
+    EXPECT_FALSE(largeWindow());
+}
+
+TEST_F(Shell, theOwnIconIsNotMirroredWhenTheNotchHidesIt) {
+    run();
+    const auto own = ownIcon()->area;
+    desktop_->setCutout(own.x + 1, desktop_->foreignIcons().back().area.right());
+    Mirror mirror(*desktop_);
+    ASSERT_TRUE(waitFor("others are hidden", [&] { return !mirror.hiddenIcons().empty(); }));
+    EXPECT_TRUE(mirror.waitUntilRight());
+    EXPECT_TRUE(staysTrue(
+        "only the others are mirrored", [&] { return mirror.isRight(); },
+        std::chrono::milliseconds(2500)));
+}
+
+TEST_F(Shell, aClickOnTheOwnIconOpensThePopoverAndAnotherOneClosesIt) {
+    run();
+    const auto place = ownIcon()->area.centre();
+    desktop_->observer().click(place);
+    ASSERT_TRUE(appears());
+    EXPECT_GE(largeWindow()->area.y, 0);
+    desktop_->observer().click(place);
+    EXPECT_TRUE(vanishes());
+    desktop_->observer().click(place);
+    EXPECT_TRUE(appears());
+}
+
+TEST_F(Shell, escapeClosesThePopover) {
+    run();
+    desktop_->observer().click(ownIcon()->area.centre());
+    ASSERT_TRUE(appears());
+    ASSERT_TRUE(waitFor("it has the keyboard",
+                        [&] { return desktop_->observer().activeWindow() == largeWindow()->id; }));
+    desktop_->observer().tapKey(escapeKey);
+    EXPECT_TRUE(vanishes());
+}
+
+TEST_F(Shell, anotherWindowThatTakesTheKeyboardClosesThePopover) {
+    run();
+    desktop_->observer().click(ownIcon()->area.centre());
+    ASSERT_TRUE(appears());
+    TestWindow other(desktop_->observer(), {.area = {0, 700, 300, 200}, .name = "editor"});
+    other.map();
+    ASSERT_TRUE(waitFor("it is managed", [&] { return other.isManaged(); }));
+    desktop_->observer().click({150, 850});
+    EXPECT_TRUE(vanishes());
+}
+
+TEST_F(Shell, aSecondLaunchBringsTheWindowAndEnds) {
+    run();
+    EXPECT_EQ(launchAgain({}), 0);
+    EXPECT_TRUE(appears());
+    EXPECT_TRUE(desktop_->program().isRunning());
+}
+
+TEST_F(Shell, quitEndsTheRunningProgramAndSaysWhenThereIsNone) {
+    run();
+    EXPECT_EQ(launchAgain({"--quit"}), 0);
+    EXPECT_TRUE(waitFor("it ended", [&] { return !desktop_->program().isRunning(); }));
+    EXPECT_EQ(launchAgain({"--quit"}), 1);
+}
+
+TEST_F(Shell, theSwitchTakesTheOwnIconAway) {
+    desktop_->setDefault("OrrivaneShowStatusItem", false);
+    desktop_->startProgram();
+    EXPECT_TRUE(staysTrue(
+        "no icon of its own", [&] { return !ownIcon(); }, std::chrono::milliseconds(1500)));
+    EXPECT_EQ(launchAgain({}), 0);
+    EXPECT_TRUE(appears());
+}
+
+TEST_F(Shell, diagnosisWorksBesideARunningProgram) {
+    run();
+    const auto output = desktop_->directory() + "/diagnosis.json";
+    EXPECT_EQ(launchAgain({"--diagnose", "--json"}, output), 0);
+    const auto text = readFile(output);
+    EXPECT_NE(text.find("\"runningProcess\":" + std::to_string(desktop_->program().pid())),
+              std::string::npos)
+        << text;
+    for (const auto& icon : desktop_->foreignIcons())
+        EXPECT_NE(text.find("{\"id\":" + std::to_string(icon.id) + ","), std::string::npos) << text;
+}
+
+TEST_F(Shell, diagnosisWorksWithoutOne) {
+    const auto output = desktop_->directory() + "/diagnosis.txt";
+    EXPECT_EQ(launchAgain({"--diagnose"}, output), 0);
+    EXPECT_NE(readFile(output).find("Running: no\n"), std::string::npos) << readFile(output);
+}
+
+} // namespace
+} // namespace orrivane::e2e
