@@ -1,57 +1,38 @@
 #include "Story.h"
 
-#include "Picture.h"
+#include "Desktop.h"
+#include "Screenshot.h"
 #include "WaitFor.h"
-#include "Wallpaper.h"
 
 #include <array>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
-#include <poll.h>
 #include <sys/wait.h>
+#include <xcb/screensaver.h>
 
 namespace orrivane::demo {
 
 namespace {
 
-constexpr int screenWidth = 1280;
-constexpr int screenHeight = 720;
-constexpr int barHeight = 37;
-constexpr int notchWidth = 185;
-constexpr std::size_t hiddenCount = 4;
-/// Away from everything that answers to a pointer.
-constexpr e2e::PixelPoint restingPlace{screenWidth / 4, screenHeight / 3};
-constexpr const char* hostName = "tint2";
-constexpr const char* clickedName = "kteatime";
-constexpr const char* killedName = "parcellite";
-const std::vector<std::string> clientNames{"qjackctl",   "kteatime",      "gxkb",
-                                           "parcellite", "xfce4-clipman", "volumeicon"};
+constexpr xcb_keysym_t downKey = 0xff54; // keysymdef.h
+constexpr xcb_keysym_t enterKey = 0xff0d;
 
 [[noreturn]] void fail(const std::string& sentence) {
     throw std::runtime_error(sentence);
 }
 
-e2e::Desktop::Options desktopOptions(const std::string& nestedIn) {
-    e2e::Desktop::Options options;
-    options.host = hostName;
-    options.server.width = screenWidth;
-    options.server.height = screenHeight;
-    // One point is one pixel whatever the screen around the window is like.
-    options.server.extraArguments = {"-dpi", "96"};
-    options.server.nestedIn = nestedIn;
-    options.trayRight = screenWidth / 2 + notchWidth / 2 + 60;
-    options.barHeight = barHeight;
-    return options;
+void require(const testing::AssertionResult& result, const std::string& deed) {
+    if (!result)
+        fail(deed + ", but " + result.message());
 }
 
-e2e::DockedClient& clientCalled(e2e::Desktop& desktop, const std::string& name) {
-    for (auto& client : desktop.clients())
-        if (client.kind->name == name)
-            return client;
-    fail(name + " does not run");
+std::size_t number(const std::vector<e2e::WindowState>& icons) {
+    return icons.size();
 }
 
 } // namespace
@@ -59,206 +40,244 @@ e2e::DockedClient& clientCalled(e2e::Desktop& desktop, const std::string& name) 
 Story::Story(Options options)
     : options_(std::move(options)) {}
 
-std::vector<std::string> Story::programs(const Options& options) {
-    std::vector<std::string> all{options.nestedIn.empty() ? "Xvfb" : "Xephyr", "dbus-daemon",
-                                 "openbox", hostName};
-    all.insert(all.end(), clientNames.begin(), clientNames.end());
-    return all;
+std::vector<std::string> Story::programs() {
+    return {"Xvfb", "dbus-daemon", "openbox"};
 }
 
 bool Story::tell(const std::atomic<bool>& interrupted) {
     using Step = std::string (Story::*)();
-    constexpr std::array<Step, 8> steps{&Story::openTheDesktop,    &Story::layTheNotch,
-                                        &Story::startOrrivane,     &Story::clickACell,
-                                        &Story::lookAtTheMenu,     &Story::closeTheMenu,
-                                        &Story::killAnApplication, &Story::endEverything};
+    constexpr std::array<Step, 11> steps{
+        &Story::openTheDesktop, &Story::startOrrivane,     &Story::clickACell,
+        &Story::lookAtTheMenu,  &Story::chooseAnEntry,     &Story::bringALongMenu,
+        &Story::killTheBar,     &Story::killAnApplication, &Story::sleepAndWake,
+        &Story::addAScreen,     &Story::endEverything};
     std::filesystem::create_directories(options_.pictures);
-    if (!options_.nestedIn.empty())
-        std::cout << "No server can hide pixels as a notch does: in the window a bracket below the "
-                     "bar marks its columns, the pictures show it black."
-                  << std::endl;
-    int number = 0;
+    int step = 0;
     try {
-        for (const Step step : steps) {
-            ++number;
+        for (const Step each : steps) {
+            ++step;
             if (interrupted)
                 fail("interrupted");
-            const std::string seen = (this->*step)();
-            takePicture("step-" + std::to_string(number));
-            std::cout << number << " ok: " << seen << std::endl;
-            pause(1500);
+            const std::string seen = (this->*each)();
+            takePicture("step-" + std::to_string(step));
+            std::cout << step << " ok: " << seen << std::endl;
         }
         return true;
     } catch (const std::exception& failure) {
-        std::cout << number << " FAILED: " << failure.what() << "\n"
-                  << programLog() << "demo: failed at step " << number << std::endl;
+        std::cout << step << " FAILED: " << failure.what() << "\n"
+                  << (program_ ? program_->log() : std::string()) << "demo: failed at step " << step
+                  << std::endl;
     }
     takeLastPicture();
     end();
     return false;
 }
 
-std::string Story::openTheDesktop() {
-    desktop_.emplace(desktopOptions(options_.nestedIn));
-    paintWallpaper(desktop_->observer(), barHeight, {});
-    for (const auto& name : clientNames)
-        desktop_->startClient(name);
-    witness_.emplace(*desktop_, e2e::PixelRect{});
-    const auto icons = witness_->tray();
-    if (icons.size() != clientNames.size())
-        fail("the tray holds " + listed(icons) + " instead of " + listed(clientNames));
-    return std::string("started a desktop with ") + hostName + " and " +
-           std::to_string(clientNames.size()) + " applications; its tray holds " + listed(icons);
+void Story::open(const std::vector<std::string>& arguments) {
+    desktop_.emplace(arguments);
+    if (options_.sabotage)
+        desktop_->observer().deleteProperty(desktop_->observer().root(),
+                                            "_ORRIVANE_DISPLAY_CUTOUT");
 }
 
-std::string Story::layTheNotch() {
-    desktop_->settledIcons();
-    const auto icons = witness_->tray();
-    const int right = icons.at(hiddenCount - 1).window.area.right();
-    const e2e::PixelRect notch{right - notchWidth, 0, notchWidth, barHeight};
-    witness_.emplace(*desktop_, notch);
-    if (!options_.sabotage)
-        desktop_->setCutout(notch.x, notch.right());
-    // Only pictures can show a notch as black as it is; in a window a bracket tells where it is.
-    paintWallpaper(desktop_->observer(), barHeight,
-                   options_.nestedIn.empty() ? e2e::PixelRect{} : notch);
-    const auto hidden = witness_->hidden();
-    if (hidden.size() != hiddenCount)
-        fail("the notch hides " + listed(hidden));
-    return "laid a notch over the columns " + std::to_string(notch.x) + " to " +
-           std::to_string(notch.right()) + "; it hides " + listed(hidden);
+void Story::run() {
+    e2e::ChildProcess::Options options;
+    options.arguments = {e2e::Desktop::programPath()};
+    options.environment = desktop_->environment();
+    options.logFile = folder_.path() + "/orrivane.log";
+    program_.emplace(std::move(options));
+    witness_.emplace(*desktop_, *program_);
+}
+
+std::string Story::openTheDesktop() {
+    open({"--panel", "16"});
+    bringToFront("Notes");
+    const auto icons = desktop_->icons();
+    return "opened a desktop with a notch and " + std::to_string(number(icons)) +
+           " status items: " + listed(icons);
 }
 
 std::string Story::startOrrivane() {
-    desktop_->observer().movePointer(restingPlace);
-    program_ = &desktop_->startProgram();
-    waitForRightStrip("started Orrivane");
-    const int right = desktop_->waitForStrip().area.right();
-    return "started Orrivane; the strip shows " + listed(witness_->hidden()) + " and ends at " +
-           std::to_string(right) + ", " + std::to_string(witness_->notch().x - right) +
-           " points left of the notch";
+    run();
+    mirrored_ = waitForStrip("started Orrivane");
+    return "started Orrivane; of " + std::to_string(number(witness_->hidden())) +
+           " hidden icons the tray left of the notch shows " + listed(mirrored_);
 }
 
 std::string Story::clickACell() {
-    clicked_ = &clientCalled(*desktop_, clickedName);
-    const auto cell = witness_->cellOf(*clicked_);
-    if (!cell)
-        fail(std::string(clickedName) + " has no cell");
-    // Low in the cell, so that the pointer leaves the icon to be seen.
-    const e2e::PixelPoint place{cell->centre().x + 2, cell->bottom() - 9};
-    glideTo(place);
-    desktop_->observer().click(place, clicked_->kind->menuButton);
-    menu_ = e2e::waitForValue<e2e::WindowState>("its menu opens", [&] {
-        const auto popups = desktop_->popupsOf(clicked_->icon);
-        return popups.empty() ? std::nullopt : std::optional(popups.back());
-    });
-    const auto pid = desktop_->observer().pidOf(menu_.id);
-    if (pid != clicked_->process.pid())
-        fail(std::string("clicked the cell of ") + clickedName + ", but the menu is another's");
-    if (const auto back = e2e::waitFor("the pointer is back on the cell",
-                                       [&] { return desktop_->observer().pointer() == place; });
-        !back)
-        fail(back.message());
-    savePicture(desktop_->observer(), witness_->notch(), options_.pictures + "/tray.png",
-                e2e::PixelRect{screenWidth / 2 - 320, 0, 640, menu_.area.bottom() + 20});
-    return std::string("clicked the cell of ") + clickedName + "; a menu of its process " +
-           std::to_string(*pid) + " is open, and the pointer is on the cell";
+    const auto& icon = mirrored_.back();
+    const auto cell = witness_->lastCell(mirrored_);
+    desktop_->observer().click(cell.centre());
+    menu_ = e2e::waitForValue<e2e::WindowState>("its menu opens",
+                                                [&] { return witness_->menuOf(icon); });
+    require(e2e::waitFor("the pointer is back on the cell",
+                         [&] { return desktop_->observer().pointer() == cell.centre(); }),
+            "clicked a cell");
+    return "clicked the mirrored " + listed({icon}) +
+           "; the menu of that process is open and the pointer where it was";
 }
 
 std::string Story::lookAtTheMenu() {
-    if (const auto stays = e2e::staysTrue(
-            "the menu is above the strip", [&] { return witness_->isAboveStrip(menu_.id); },
-            std::chrono::milliseconds(1500));
-        !stays)
-        fail(stays.message());
-    return "left the menu open for a while; it stayed above the strip";
+    require(e2e::staysTrue(
+                "the menu is above the tray", [&] { return witness_->isAboveStrip(menu_.id); },
+                std::chrono::milliseconds(2500)),
+            "left the menu open");
+    return "left the menu open for a while; it stayed above the tray";
 }
 
-std::string Story::closeTheMenu() {
-    desktop_->closeMenu(menu_);
-    glideTo(restingPlace);
-    waitForRightStrip("closed the menu");
-    if (!desktop_->popupsOf(clicked_->icon).empty())
-        fail("closed the menu, but one is still open");
-    return "pressed Escape; no menu is open, the strip shows " + listed(witness_->hidden());
+std::string Story::chooseAnEntry() {
+    desktop_->observer().tapKey(downKey);
+    desktop_->observer().tapKey(enterKey);
+    require(e2e::waitFor("the application got the choice",
+                         [&] { return !desktop_->choices().empty(); }),
+            "chose an entry");
+    mirrored_ = waitForStrip("closed the menu");
+    auto choice = desktop_->choices();
+    return "chose an entry; the application wrote \"" + choice.substr(0, choice.find('\n')) +
+           "\" and the menu is closed";
+}
+
+std::string Story::bringALongMenu() {
+    const auto before = number(waitForStrip("before the long menus"));
+    bringToFront("Sketch");
+    require(e2e::waitFor("fewer icons are mirrored",
+                         [&] {
+                             const auto now = witness_->mirrored();
+                             return now && number(*now) < before;
+                         }),
+            "brought an application with longer menus to the front");
+    const auto fewer = number(witness_->mirrored().value_or(std::vector<e2e::WindowState>{}));
+    takePicture("step-6-long-menus");
+    bringToFront("Notes");
+    require(e2e::waitFor("all of them are back",
+                         [&] {
+                             const auto now = witness_->mirrored();
+                             return now && number(*now) == before;
+                         }),
+            "brought the one with short menus back");
+    return "brought longer menus to the front; room for " + std::to_string(fewer) + " of " +
+           std::to_string(before) + " icons; with the short ones there is room for all again";
+}
+
+std::string Story::killTheBar() {
+    const auto icons = number(desktop_->icons());
+    const auto bar = desktop_->processesOf("ControlCenter").at(0);
+    kill(bar, SIGKILL);
+    require(e2e::waitFor("another bar holds every item",
+                         [&] {
+                             const auto bars = desktop_->processesOf("ControlCenter");
+                             return bars.size() == 1 && bars[0] != bar &&
+                                    number(desktop_->icons()) == icons;
+                         }),
+            "killed the menu bar");
+    mirrored_ = waitForStrip("killed the menu bar");
+    return "killed the menu bar; it is back with all " + std::to_string(icons) +
+           " items, and the tray shows " + listed(mirrored_);
 }
 
 std::string Story::killAnApplication() {
-    auto& victim = clientCalled(*desktop_, killedName);
-    if (!witness_->cellOf(victim))
-        fail(std::string(killedName) + " has no cell that could go");
-    const auto before = witness_->tray().size();
-    victim.process.kill();
-    if (const auto gone = e2e::waitFor("its icon leaves the tray",
-                                       [&] { return witness_->tray().size() == before - 1; });
-        !gone)
-        fail(gone.message());
-    waitForRightStrip(std::string("killed ") + killedName);
-    return std::string("killed ") + killedName + "; its cell is gone, the strip shows " +
-           listed(witness_->hidden());
+    const auto victim = mirrored_.back();
+    const auto process = desktop_->observer().pidOf(victim.id);
+    if (!process)
+        fail("an icon has no process");
+    kill(*process, SIGKILL);
+    const auto isBack = [&] {
+        const auto icon = desktop_->icon(victim.instanceName);
+        return icon && icon->id != victim.id && desktop_->observer().pidOf(icon->id) != process;
+    };
+    require(e2e::waitFor("it is started again", isBack), "killed an application");
+    mirrored_ = waitForStrip("killed an application");
+    return "killed " + listed({victim}) +
+           "; its cell went with it, it was started again, and the tray shows " + listed(mirrored_);
+}
+
+std::string Story::sleepAndWake() {
+    blank(true);
+    require(e2e::waitFor("the tray hides", [&] { return !witness_->strip(); }),
+            "put the screen to sleep");
+    blank(false);
+    require(e2e::staysTrue(
+                "the tray stays away", [&] { return !witness_->strip(); },
+                std::chrono::milliseconds(2500)),
+            "woke the screen");
+    mirrored_ = waitForStrip("woke the screen");
+    return "put the screen to sleep, the tray hid; woke it, and after three seconds it is back";
+}
+
+std::string Story::addAScreen() {
+    end();
+    open({"--panel", "16", "--screens", "2"});
+    bringToFront("Notes");
+    run();
+    mirrored_ = waitForStrip("opened a desktop with two screens");
+    const auto strip = witness_->strip();
+    if (!strip)
+        fail("opened a desktop with two screens, but the tray has gone again");
+    return "opened a desktop with a second screen; the tray stays beside the notch, from " +
+           std::to_string(strip->area.x) + " to " + std::to_string(strip->area.right());
 }
 
 std::string Story::endEverything() {
     const auto status = program_->terminate(e2e::defaultBound);
     if (status != e2e::ExitStatus{0, {}})
         fail("told Orrivane to end, but it did not end with 0");
-    if (!desktop_->programWindows().empty())
-        fail("Orrivane ended, but has windows left");
+    const auto below = e2e::descendants(desktop_->session().pid());
     end();
-    // Whatever any of them left behind would have become a child of this process.
+    for (const pid_t process : below)
+        if (kill(process, 0) == 0)
+            fail("ended everything, but process " + std::to_string(process) + " is left");
     if (waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD)
         fail("ended everything, but a process is left");
     return "ended everything; Orrivane exited with 0, and no process is left";
 }
 
 void Story::end() {
-    program_ = nullptr;
-    clicked_ = nullptr;
     witness_.reset();
+    program_.reset();
     desktop_.reset();
 }
 
-void Story::waitForRightStrip(const std::string& deed) {
-    std::optional<std::string> complaint;
-    const auto right = e2e::waitFor("the strip is right", [&] {
-        complaint = witness_->complaint();
-        return !complaint;
+std::vector<e2e::WindowState> Story::waitForStrip(const std::string& deed) {
+    std::vector<e2e::WindowState> seen;
+    const auto right =
+        e2e::waitFor("the strip shows a run of hidden icons that ends at the notch", [&] {
+            const auto now = witness_->mirrored();
+            seen = now.value_or(std::vector<e2e::WindowState>{});
+            return !seen.empty();
+        });
+    require(right, deed);
+    return seen;
+}
+
+void Story::bringToFront(const std::string& className) {
+    const auto window = e2e::waitForValue<e2e::WindowState>("the window of " + className, [&] {
+        std::optional<e2e::WindowState> found;
+        for (const auto& each : desktop_->observer().tree())
+            if (each.isViewable() && each.className == className && each.area.width > 200)
+                found = each;
+        return found;
     });
-    if (!right)
-        fail(deed + ", but " + complaint.value_or("the strip shows something else now and then"));
+    // Beside its title, where no other window lies and nothing else answers.
+    const int fromEdge = window.area.width / 4;
+    desktop_->observer().click(
+        {className == "Notes" ? window.area.x + fromEdge : window.area.right() - fromEdge,
+         window.area.y + 16});
 }
 
-void Story::glideTo(const e2e::PixelPoint& place) {
-    auto& observer = desktop_->observer();
-    const auto from = observer.pointer();
-    constexpr int stops = 40;
-    for (int stop = 1; stop <= stops; ++stop) {
-        observer.movePointer({from.x + (place.x - from.x) * stop / stops,
-                              from.y + (place.y - from.y) * stop / stops});
-        pause(20);
-    }
-}
-
-/// For the eye of who watches; without one nothing waits.
-void Story::pause(int milliseconds) const {
-    if (!options_.nestedIn.empty())
-        poll(nullptr, 0, milliseconds);
+void Story::blank(bool blanked) {
+    auto* raw = desktop_->observer().connection();
+    xcb_force_screen_saver(raw, blanked ? XCB_SCREEN_SAVER_ACTIVE : XCB_SCREEN_SAVER_RESET);
+    xcb_flush(raw);
 }
 
 void Story::takePicture(const std::string& name) {
-    if (desktop_ && witness_)
-        savePicture(desktop_->observer(), witness_->notch(),
-                    options_.pictures + "/" + name + ".png");
+    if (desktop_)
+        e2e::saveScreenshot(desktop_->observer(), options_.pictures + "/" + name + ".png");
 }
 
 /// Of what was wrong; the server may be what is wrong, then there is none.
 void Story::takeLastPicture() try { takePicture("failed"); } catch (const std::exception& failure) {
     std::cout << "demo: no picture: " << failure.what() << std::endl;
-}
-
-std::string Story::programLog() const {
-    const std::string log = program_ != nullptr ? program_->log() : std::string();
-    return log.empty() ? log : "Orrivane wrote:\n" + log;
 }
 
 } // namespace orrivane::demo

@@ -3,16 +3,16 @@
 #include "Witness.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 
 namespace orrivane::demo {
 
-/// A desktop on which a notch hides icons, and what becomes of it once Orrivane runs. Every step
-/// is one line on standard output, that says what was done and what a second connection saw.
+/// A notched desktop, and what becomes of its hidden icons once Orrivane runs. Every step is one
+/// line on standard output that says what was done and what a second connection saw.
 class Story {
   public:
     struct Options {
-        std::string nestedIn;  ///< the display that shows it in a window; empty: nobody watches
         std::string pictures;  ///< folder, made if missing, for a picture of every step
         bool sabotage = false; ///< the desktop does not tell where its notch is
     };
@@ -24,32 +24,37 @@ class Story {
     bool tell(const std::atomic<bool>& interrupted);
 
     /// The programs it is told with.
-    static std::vector<std::string> programs(const Options& options);
+    static std::vector<std::string> programs();
 
   private:
     // Each returns what it did and saw, and throws where that is not what it should be.
     std::string openTheDesktop();
-    std::string layTheNotch();
     std::string startOrrivane();
     std::string clickACell();
     std::string lookAtTheMenu();
-    std::string closeTheMenu();
+    std::string chooseAnEntry();
+    std::string bringALongMenu();
     std::string killAnApplication();
+    std::string killTheBar();
+    std::string sleepAndWake();
+    std::string addAScreen();
     std::string endEverything();
 
+    void open(const std::vector<std::string>& arguments);
+    void run();
     void end();
-    void waitForRightStrip(const std::string& deed);
-    void glideTo(const e2e::PixelPoint& place);
-    void pause(int milliseconds) const;
+    std::vector<e2e::WindowState> waitForStrip(const std::string& deed);
+    void bringToFront(const std::string& className);
+    void blank(bool blanked);
     void takePicture(const std::string& name);
     void takeLastPicture();
-    std::string programLog() const;
 
     Options options_;
-    std::optional<e2e::Desktop> desktop_;
+    e2e::TempDirectory folder_;
+    std::optional<e2e::NotchedDesktop> desktop_;
+    std::optional<e2e::ChildProcess> program_;
     std::optional<Witness> witness_;
-    e2e::ChildProcess* program_ = nullptr;
-    e2e::DockedClient* clicked_ = nullptr;
+    std::vector<e2e::WindowState> mirrored_;
     e2e::WindowState menu_;
 };
 

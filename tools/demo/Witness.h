@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Desktop.h"
+#include "NotchedDesktop.h"
 
 #include <optional>
 #include <string>
@@ -8,46 +8,35 @@
 
 namespace orrivane::demo {
 
-/// A status icon as the server places it, and the application it belongs to.
-struct Icon {
-    const e2e::DockedClient* owner = nullptr;
-    e2e::WindowState window;
-};
-
-/// What a second connection to the display sees of a desktop: it asks the server alone, never the
+/// What a second connection to the display sees of the desktop: it asks the server alone, never the
 /// program. All places are root pixels.
 class Witness {
   public:
-    /// `desktop` must outlive it.
-    Witness(e2e::Desktop& desktop, const e2e::PixelRect& notch)
+    /// `desktop` and `program` outlive it.
+    Witness(e2e::NotchedDesktop& desktop, e2e::ChildProcess& program)
         : desktop_(desktop)
-        , notch_(notch) {}
+        , program_(program) {}
 
-    const e2e::PixelRect& notch() const { return notch_; }
-    /// The applications' icons, left to right.
-    std::vector<Icon> tray();
-    /// Those of them that the notch overlaps.
-    std::vector<Icon> hidden();
-    /// Whose icons the strip shows, told by comparing its pixels with those of every icon; "an
-    /// unknown picture" where none is the same. Absent without a strip.
-    std::optional<std::vector<std::string>> stripNames();
-    /// Where a strip that mirrors these icons has to stand.
-    e2e::PixelRect stripPlace(const std::vector<Icon>& icons) const;
-    /// The part of the strip that mirrors `owner`; absent when it mirrors none of its icons.
-    std::optional<e2e::PixelRect> cellOf(const e2e::DockedClient& owner);
-    /// Everything about the strip is as it has to be; else a sentence that says what it shows.
-    std::optional<std::string> complaint();
-    bool isAboveStrip(xcb_window_t menu);
+    /// Icons that the notch overlaps, left to right.
+    std::vector<e2e::WindowState> hidden();
+    /// The program's window in the bar, 6 points left of the notch.
+    std::optional<e2e::WindowState> strip();
+    /// The hidden icons that the strip mirrors, told by its width; absent when that is not the sum
+    /// of a run of them that ends at the notch.
+    std::optional<std::vector<e2e::WindowState>> mirrored();
+    /// Where in the strip the last of these icons is mirrored.
+    e2e::PixelRect lastCell(const std::vector<e2e::WindowState>& icons);
+    /// The menu of the application that `icon` belongs to, once it is open.
+    std::optional<e2e::WindowState> menuOf(const e2e::WindowState& icon);
+    /// Whether `window` stands above the strip, also because there is none.
+    bool isAboveStrip(xcb_window_t window);
 
   private:
-    bool looksLike(const e2e::WindowState& icon, int x);
-
-    e2e::Desktop& desktop_;
-    e2e::PixelRect notch_;
+    e2e::NotchedDesktop& desktop_;
+    e2e::ChildProcess& program_;
 };
 
 /// "a, b and c"; "nothing" for an empty list.
-std::string listed(const std::vector<std::string>& names);
-std::string listed(const std::vector<Icon>& icons);
+std::string listed(const std::vector<e2e::WindowState>& icons);
 
 } // namespace orrivane::demo

@@ -1,9 +1,9 @@
 #include "Story.h"
 
+#include "Desktop.h"
+
 #include <csignal>
-#include <cstdlib>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string_view>
@@ -15,9 +15,8 @@ using orrivane::demo::Story;
 constexpr int skipped = 77;
 constexpr int misused = 2;
 constexpr const char* usage =
-    "Usage: orrivane_demo [--headless] [--sabotage] [--pictures FOLDER]\n"
-    "  --headless         on a screen that nobody sees, also where DISPLAY is set\n"
-    "  --sabotage         the desktop does not tell where its notch is: step 3 has to fail\n"
+    "Usage: orrivane_demo [--sabotage] [--pictures FOLDER]\n"
+    "  --sabotage         the desktop does not tell where its notch is: step 2 has to fail\n"
     "  --pictures FOLDER  where a picture of every step goes (demo-out)\n";
 
 std::atomic<bool> interrupted{false};
@@ -31,21 +30,15 @@ void interrupt(int) {
 std::optional<Story::Options> optionsOf(int argc, char** argv) {
     Story::Options options;
     options.pictures = "demo-out";
-    bool headless = false;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        if (argument == "--headless")
-            headless = true;
-        else if (argument == "--sabotage")
+        if (argument == "--sabotage")
             options.sabotage = true;
         else if (argument == "--pictures" && i + 1 < argc)
             options.pictures = argv[++i];
         else
             return std::nullopt;
     }
-    const char* display = std::getenv("DISPLAY");
-    if (!headless && display != nullptr)
-        options.nestedIn = display;
     return options;
 }
 
@@ -61,8 +54,7 @@ int main(int argc, char** argv) try {
         std::cerr << usage;
         return misused;
     }
-    if (const auto missing = orrivane::e2e::missingPrograms(Story::programs(*options));
-        !missing.empty()) {
+    if (const auto missing = orrivane::e2e::missingPrograms(Story::programs()); !missing.empty()) {
         std::cout << "demo: " << missing << std::endl;
         return skipped;
     }
