@@ -106,7 +106,8 @@ void QtMainWindow::setIcon(const QIcon& icon) {
 }
 
 void QtMainWindow::setFrameTopLeft(Point topLeft) {
-    window_->move(fromPoints({topLeft, {0, 0}}).topLeft());
+    // The widget's own move takes a window that is not shown yet for one without a frame.
+    window_->windowHandle()->setFramePosition(fromPoints({topLeft, {0, 0}}).topLeft());
 }
 
 void QtMainWindow::center() {

@@ -112,6 +112,18 @@ TEST_F(Shell, aSecondLaunchBringsTheWindowAndEnds) {
     EXPECT_TRUE(desktop_->program().isRunning());
 }
 
+TEST_F(Shell, theWindowWithItsTitleBarStandsBelowTheTopOfTheFreeArea) {
+    run();
+    ASSERT_EQ(launchAgain({}), 0);
+    ASSERT_TRUE(appears());
+    // The frame that the window manager has put around it is its top level.
+    auto window = *largeWindow();
+    while (window.level > 1)
+        window = desktop_->observer().window(window.parent).value();
+    EXPECT_EQ(window.area.y, desktop_->observer().dockOf()->area.bottom() + 8);
+    EXPECT_LT(window.area.y, largeWindow()->area.y);
+}
+
 TEST_F(Shell, quitEndsTheRunningProgramAndSaysWhenThereIsNone) {
     run();
     EXPECT_EQ(launchAgain({"--quit"}), 0);
