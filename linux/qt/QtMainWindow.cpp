@@ -135,12 +135,10 @@ Rect QtMainWindow::frameRect(const Rect& content) {
 }
 
 void QtMainWindow::setFrame(const Rect& frame) {
-    // Moved by its frame, sized by its content: what the window manager adds stays where it is.
     const auto content = contentRect(frame);
     window_->resize(qRound(content.width()), qRound(content.height()));
-    const auto corner = fromPoints(frame).topLeft();
-    if (window_->frameGeometry().topLeft() != corner)
-        window_->move(corner);
+    // Also where it stands already: a size alone is sent as a place without the frame.
+    setFrameTopLeft({frame.minX(), frame.maxY()});
 }
 
 std::optional<Rect> QtMainWindow::visibleFrameOfScreen() {
