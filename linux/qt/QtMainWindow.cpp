@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 
@@ -136,9 +137,24 @@ Rect QtMainWindow::frameRect(const Rect& content) {
 
 void QtMainWindow::setFrame(const Rect& frame) {
     const auto content = contentRect(frame);
-    window_->resize(qRound(content.width()), qRound(content.height()));
-    // Also where it stands already: a size alone is sent as a place without the frame.
-    setFrameTopLeft({frame.minX(), frame.maxY()});
+    const auto before = this->frame();
+    resizeContent({qRound(content.width()), qRound(content.height())});
+    if (before.minX() != frame.minX() || before.maxY() != frame.maxY())
+        setFrameTopLeft({frame.minX(), frame.maxY()});
+}
+
+// The toolkit sends a size with a place, and around the first showing that place is not the one the
+// window manager has chosen. The size alone leaves the corner where it is.
+void QtMainWindow::resizeContent(const QSize& size) {
+    auto* native = qApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!native || !window_->isVisible())
+        return window_->resize(size);
+    const auto pixels = (QSizeF(size) * window_->devicePixelRatioF()).toSize();
+    const std::uint32_t values[]{static_cast<std::uint32_t>(std::max(1, pixels.width())),
+                                 static_cast<std::uint32_t>(std::max(1, pixels.height()))};
+    xcb_configure_window(native->connection(), static_cast<xcb_window_t>(window_->winId()),
+                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values);
+    xcb_flush(native->connection());
 }
 
 std::optional<Rect> QtMainWindow::visibleFrameOfScreen() {

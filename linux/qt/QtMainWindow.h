@@ -39,6 +39,7 @@ class QtMainWindow : public MainWindow {
     class Window;
 
     void keepOutOfTaskBars();
+    void resizeContent(const QSize& size);
 
     std::unique_ptr<Window> window_;
 };
