@@ -1,5 +1,7 @@
 #include <desktop/bar/Notch.h>
 
+#include <desktop/support/XServer.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -26,7 +28,11 @@ Notch::Notch(const Theme& theme)
     setWindowTitle(QStringLiteral("Notch"));
     rise_.setSingleShot(true);
     rise_.setInterval(riseDelay);
-    connect(&rise_, &QTimer::timeout, this, &QWidget::raise);
+    connect(&rise_, &QTimer::timeout, this, [this] {
+        raise();
+        // From a timer the toolkit may keep the request until something else happens.
+        xcb_flush(xserver::connection());
+    });
 }
 
 void Notch::setPlace(const QRect& place) {

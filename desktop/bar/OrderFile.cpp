@@ -40,7 +40,8 @@ bool OrderFile::write(const std::vector<ItemKey>& order) const {
 
 std::string OrderFile::keptName(std::string_view application) {
     std::string name(application);
-    std::ranges::replace_if(name, [](char c) { return c == '\n' || c == '\r' || c == '\0'; }, ' ');
+    const auto endsALine = [](char c) { return c == '\n' || c == '\r' || c == '\0'; };
+    std::ranges::replace_if(name, endsALine, ' ');
     return name;
 }
 

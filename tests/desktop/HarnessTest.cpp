@@ -29,7 +29,7 @@ std::string childrenOfThisProcess() {
     return readFile("/proc/self/task/" + self + "/children");
 }
 
-TEST(ChildProcess, TellsHowItEnded) {
+TEST(ChildProcess, tellsHowItEnded) {
     TempDirectory directory;
     ChildProcess failing = shell(directory, "echo said; exit 3");
     EXPECT_EQ(failing.wait(seconds(5)), (ExitStatus{3, {}}));
@@ -41,7 +41,7 @@ TEST(ChildProcess, TellsHowItEnded) {
     EXPECT_EQ(patient.terminate(seconds(5)), (ExitStatus{{}, SIGTERM}));
 }
 
-TEST(ChildProcess, TakesItsWholeGroupAlong) {
+TEST(ChildProcess, takesItsWholeGroupAlong) {
     TempDirectory directory;
     std::string grandchild;
     {
@@ -57,7 +57,7 @@ TEST(ChildProcess, TakesItsWholeGroupAlong) {
     }));
 }
 
-TEST(ChildProcess, StopsAndResumes) {
+TEST(ChildProcess, stopsAndResumes) {
     TempDirectory directory;
     ChildProcess child = shell(directory, "while read line < /proc/uptime; do :; done");
     const std::string stat = "/proc/" + std::to_string(child.pid()) + "/stat";
@@ -69,14 +69,14 @@ TEST(ChildProcess, StopsAndResumes) {
     EXPECT_TRUE(child.isRunning());
 }
 
-TEST(WaitFor, SaysWhatDidNotCome) {
+TEST(WaitFor, saysWhatDidNotCome) {
     const auto result = waitFor("the impossible", [] { return false; }, milliseconds(20));
     EXPECT_FALSE(result);
     EXPECT_NE(std::string(result.message()).find("the impossible"), std::string::npos);
     EXPECT_FALSE(staysTrue("the impossible", [] { return false; }, milliseconds(20)));
 }
 
-TEST(PrivateXServer, HasTheSizeAskedForAndADisplayOfItsOwn) {
+TEST(PrivateXServer, hasTheSizeAskedForAndADisplayOfItsOwn) {
     TempDirectory first;
     TempDirectory second;
     PrivateXServer small({1512, 982, {}}, first.path());
@@ -87,7 +87,7 @@ TEST(PrivateXServer, HasTheSizeAskedForAndADisplayOfItsOwn) {
     EXPECT_TRUE(Observer(small.display()).hasExtension("Composite"));
 }
 
-TEST(PrivateXServer, CanLackAnExtension) {
+TEST(PrivateXServer, canLackAnExtension) {
     TempDirectory directory;
     PrivateXServer server({640, 480, {"-extension", "XTEST"}}, directory.path());
     Observer observer(server.display());
@@ -102,7 +102,7 @@ class BareDesktop : public testing::Test {
     Desktop::Options options_;
 };
 
-TEST_F(BareDesktop, CutoutsRoundTrip) {
+TEST_F(BareDesktop, cutoutsRoundTrip) {
     Desktop desktop(options_);
     Observer& observer = desktop.observer();
     EXPECT_TRUE(observer.cutouts().empty());
@@ -113,13 +113,13 @@ TEST_F(BareDesktop, CutoutsRoundTrip) {
     EXPECT_FALSE(observer.cardinals(observer.root(), "_ORRIVANE_DISPLAY_CUTOUT"));
 }
 
-TEST_F(BareDesktop, ThePointerGoesWhereItIsSent) {
+TEST_F(BareDesktop, thePointerGoesWhereItIsSent) {
     Desktop desktop(options_);
     desktop.observer().movePointer({321, 123});
     EXPECT_EQ(desktop.observer().pointer(), (PixelPoint{321, 123}));
 }
 
-TEST_F(BareDesktop, AVanishedWindowIsAbsent) {
+TEST_F(BareDesktop, aVanishedWindowIsAbsent) {
     Desktop desktop(options_);
     constexpr xcb_window_t nobody = 0x1ffffff;
     EXPECT_FALSE(desktop.observer().window(nobody));
@@ -128,14 +128,14 @@ TEST_F(BareDesktop, AVanishedWindowIsAbsent) {
     EXPECT_FALSE(desktop.observer().cardinals(nobody, "_XEMBED_INFO"));
 }
 
-TEST_F(BareDesktop, LeavesNoProcessBehind) {
+TEST_F(BareDesktop, leavesNoProcessBehind) {
     {
         Desktop desktop(options_);
     }
     EXPECT_EQ(childrenOfThisProcess(), "");
 }
 
-TEST(FullDesktop, LeavesNoProcessBehind) {
+TEST(FullDesktop, leavesNoProcessBehind) {
     if (const std::string missing = missingPrograms({"mate-panel", "xfce4-clipman"});
         !missing.empty()) {
         GTEST_SKIP() << missing;
@@ -157,7 +157,7 @@ std::uint32_t bigEndian(const std::string& bytes, std::size_t at) {
     return value;
 }
 
-TEST(Image, BecomesAPngThatHoldsItsPixels) {
+TEST(Image, becomesAPngThatHoldsItsPixels) {
     TempDirectory directory;
     const std::string path = directory.path() + "/image.png";
     writePng(path, {2, 1, {0xff102030, 0x80405060}});
@@ -176,7 +176,7 @@ TEST(Image, BecomesAPngThatHoldsItsPixels) {
     EXPECT_EQ(pixels.substr(0, size), std::string("\x00\x10\x20\x30\xff\x40\x50\x60\x80", 9));
 }
 
-TEST(Image, OfAnIconIsTheScreenAtItsPlace) {
+TEST(Image, ofAnIconIsTheScreenAtItsPlace) {
     if (const std::string missing = missingPrograms({"trayer", "parcellite"}); !missing.empty()) {
         GTEST_SKIP() << missing;
     }
@@ -211,7 +211,7 @@ class CoveredIcon : public testing::Test {
     PixelRect place_;
 };
 
-TEST_F(CoveredIcon, IsOutOfReachUntilTheCoverRefusesInput) {
+TEST_F(CoveredIcon, isOutOfReachUntilTheCoverRefusesInput) {
     Observer& observer = desktop_->observer();
     TestWindow cover(observer, {.area = place_, .overrideRedirect = true});
     cover.map();
@@ -222,7 +222,7 @@ TEST_F(CoveredIcon, IsOutOfReachUntilTheCoverRefusesInput) {
     desktop_->closeMenu(desktop_->openMenu(*client_));
 }
 
-TEST_F(CoveredIcon, LiesBelowAFullScreen) {
+TEST_F(CoveredIcon, liesBelowAFullScreen) {
     Observer& observer = desktop_->observer();
     TestWindow film(observer, {.area = {300, 300, 200, 100}, .fullScreen = true});
     film.map();

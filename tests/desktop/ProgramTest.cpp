@@ -21,7 +21,7 @@ class StandInDesktop : public testing::Test {
     std::optional<Desktop> desktop_;
 };
 
-TEST_F(StandInDesktop, FindsTheStripInsideTheCutoutsBand) {
+TEST_F(StandInDesktop, findsTheStripInsideTheCutoutsBand) {
     EXPECT_FALSE(desktop_->strip());
     ChildProcess& program = desktop_->startProgram({"500", "2", "100", "30"});
     const WindowState strip = desktop_->waitForStrip();
@@ -31,7 +31,7 @@ TEST_F(StandInDesktop, FindsTheStripInsideTheCutoutsBand) {
     EXPECT_TRUE(waitFor("the strip goes with the program", [&] { return !desktop_->strip(); }));
 }
 
-TEST_F(StandInDesktop, TakesNoWindowBelowTheBandForTheStrip) {
+TEST_F(StandInDesktop, takesNoWindowBelowTheBandForTheStrip) {
     desktop_->startProgram({"500", "2", "100", "36"});
     ASSERT_TRUE(waitFor("the window shows", [&] { return !desktop_->programWindows().empty(); }));
     EXPECT_TRUE(staysTrue(
@@ -39,7 +39,7 @@ TEST_F(StandInDesktop, TakesNoWindowBelowTheBandForTheStrip) {
         std::chrono::milliseconds(50)));
 }
 
-TEST_F(StandInDesktop, GivesTheProgramAHomeOfItsOwn) {
+TEST_F(StandInDesktop, givesTheProgramAHomeOfItsOwn) {
     desktop_->startProgram({"500", "2", "100", "30"});
     desktop_->waitForStrip();
     const Environment surroundings = desktop_->environment("orrivane");

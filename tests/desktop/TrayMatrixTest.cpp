@@ -45,7 +45,7 @@ class EveryHostAndClient : public testing::TestWithParam<std::tuple<std::string,
     }
 };
 
-TEST_P(EveryHostAndClient, DocksOpensItsMenuAndLeaves) {
+TEST_P(EveryHostAndClient, docksOpensItsMenuAndLeaves) {
     const auto& [host, name] = GetParam();
     Desktop desktop(with(host));
     DockedClient& client = desktop.startClient(name);
@@ -94,7 +94,7 @@ class EveryHost : public testing::TestWithParam<std::string> {
     }
 };
 
-TEST_P(EveryHost, PacksFourIconsWithRoomLeftOfThem) {
+TEST_P(EveryHost, packsFourIconsWithRoomLeftOfThem) {
     Desktop desktop(with(GetParam()));
     for (const char* name : {"parcellite", "xfce4-clipman", "volumeicon", "nm-tray"}) {
         desktop.startClient(name);
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(Tray, EveryHost, testing::ValuesIn(hostNames()),
 
 class EveryStatusNotifierClient : public testing::TestWithParam<std::string> {};
 
-TEST_P(EveryStatusNotifierClient, HasNoWindowInATrayWithAWatcher) {
+TEST_P(EveryStatusNotifierClient, hasNoWindowInATrayWithAWatcher) {
     const TrayClient& kind = trayClient(GetParam());
     const std::string host = "xfce4-panel";
     if (const std::string missing = missingPrograms({host, kind.name, "dbus-send"});

@@ -13,7 +13,7 @@
 namespace orrivane::e2e {
 namespace {
 
-TEST(BarAccessibilityTest, AssistiveProgramsFindTheMenusWhereTheyShow) {
+TEST(BarAccessibilityTest, assistiveProgramsFindTheMenusWhereTheyShow) {
     if (const auto missing = missingPrograms({"dbus-daemon", "openbox"}); !missing.empty())
         GTEST_SKIP() << missing;
     BarStage::Options options;

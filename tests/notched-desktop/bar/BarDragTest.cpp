@@ -55,7 +55,7 @@ class BarDragTest : public testing::Test {
     std::vector<PixelRect> places;
 };
 
-TEST_F(BarDragTest, WithCommandAnItemFollowsThePointerAndTheOthersMakeRoom) {
+TEST_F(BarDragTest, withCommandAnItemFollowsThePointerAndTheOthersMakeRoom) {
     const auto start = places[0].centre();
     press(start);
     observer.movePointer({start.x + 20, start.y});
@@ -74,7 +74,7 @@ TEST_F(BarDragTest, WithCommandAnItemFollowsThePointerAndTheOthersMakeRoom) {
     EXPECT_EQ(presses(), 0);
 }
 
-TEST_F(BarDragTest, ThePlacesHoldInTheNextBar) {
+TEST_F(BarDragTest, thePlacesHoldInTheNextBar) {
     const auto start = places[3].centre();
     press(start);
     observer.movePointer({places[0].x - 200, start.y});
@@ -89,7 +89,7 @@ TEST_F(BarDragTest, ThePlacesHoldInTheNextBar) {
                         [&] { return stage.icons().size() == 4 && stage.order() == moved; }));
 }
 
-TEST_F(BarDragTest, EscapePutsEverythingBack) {
+TEST_F(BarDragTest, escapePutsEverythingBack) {
     const auto start = places[0].centre();
     press(start);
     observer.movePointer({start.x + 130, start.y});
@@ -104,7 +104,7 @@ TEST_F(BarDragTest, EscapePutsEverythingBack) {
     EXPECT_TRUE(orderBecomes(before));
 }
 
-TEST_F(BarDragTest, WithoutCommandThePressReachesTheIcon) {
+TEST_F(BarDragTest, withoutCommandThePressReachesTheIcon) {
     observer.movePointer(places[2].centre());
     observer.button(1, true);
     EXPECT_TRUE(waitFor("the icon is pressed", [&] { return presses() == 1; }));
@@ -114,13 +114,13 @@ TEST_F(BarDragTest, WithoutCommandThePressReachesTheIcon) {
     EXPECT_EQ(stage.placesOf(4), places);
 }
 
-TEST_F(BarDragTest, OtherButtonsWithCommandReachTheIconToo) {
+TEST_F(BarDragTest, otherButtonsWithCommandReachTheIconToo) {
     observer.key(keySuper, true);
     observer.click(places[1].centre(), 3);
     EXPECT_TRUE(waitFor("the icon is pressed", [&] { return presses() == 1; }));
 }
 
-TEST_F(BarDragTest, TheLocksOfTheKeyboardMakeNoDifference) {
+TEST_F(BarDragTest, theLocksOfTheKeyboardMakeNoDifference) {
     observer.tapKey(keyCapsLock);
     observer.tapKey(keyNumLock);
     const auto start = places[1].centre();
@@ -130,7 +130,7 @@ TEST_F(BarDragTest, TheLocksOfTheKeyboardMakeNoDifference) {
     EXPECT_TRUE(orderBecomes({before[1], before[0], before[2], before[3]}));
 }
 
-TEST_F(BarDragTest, CommandMayBeReleasedBeforeTheButton) {
+TEST_F(BarDragTest, commandMayBeReleasedBeforeTheButton) {
     const auto start = places[1].centre();
     press(start);
     observer.key(keySuper, false);
@@ -139,7 +139,7 @@ TEST_F(BarDragTest, CommandMayBeReleasedBeforeTheButton) {
     EXPECT_TRUE(orderBecomes({before[1], before[0], before[2], before[3]}));
 }
 
-TEST_F(BarDragTest, APressOnTheEmptyTrayMovesNothing) {
+TEST_F(BarDragTest, aPressOnTheEmptyTrayMovesNothing) {
     const auto start = PixelPoint{places[0].x - 60, places[0].centre().y};
     press(start);
     observer.movePointer(places[3].centre());
@@ -147,7 +147,7 @@ TEST_F(BarDragTest, APressOnTheEmptyTrayMovesNothing) {
     EXPECT_TRUE(orderBecomes(before));
 }
 
-TEST_F(BarDragTest, AnItemThatEndsWhileItIsHeldLetsGoOfPointerAndKeyboard) {
+TEST_F(BarDragTest, anItemThatEndsWhileItIsHeldLetsGoOfPointerAndKeyboard) {
     const auto start = places[0].centre();
     press(start);
     observer.movePointer({start.x + 30, start.y});
@@ -162,7 +162,7 @@ TEST_F(BarDragTest, AnItemThatEndsWhileItIsHeldLetsGoOfPointerAndKeyboard) {
     EXPECT_TRUE(waitFor("the next press reaches its icon", [&] { return presses() == 1; }));
 }
 
-TEST_F(BarDragTest, ABarThatIsKilledInTheMiddleHoldsNothingAfterwards) {
+TEST_F(BarDragTest, aBarThatIsKilledInTheMiddleHoldsNothingAfterwards) {
     const auto start = places[0].centre();
     press(start);
     observer.movePointer({start.x + 130, start.y});

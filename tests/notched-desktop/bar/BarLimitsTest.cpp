@@ -6,7 +6,7 @@
 namespace orrivane::e2e {
 namespace {
 
-TEST(BarLimitsTest, SixtyItemsGoOnUnderTheNotchAndTheMenusAndOffTheScreen) {
+TEST(BarLimitsTest, sixtyItemsGoOnUnderTheNotchAndTheMenusAndOffTheScreen) {
     BarStage stage;
     for (int i = 0; i < 60; ++i) {
         auto& window = stage.windows().emplace_back(
@@ -35,7 +35,7 @@ TEST(BarLimitsTest, SixtyItemsGoOnUnderTheNotchAndTheMenusAndOffTheScreen) {
     EXPECT_EQ(observer.leafAt(titles.area.centre()), titles.id);
 }
 
-TEST(BarLimitsTest, AnItemWiderThanTheRoomEndsAtTheRightAndPushesTheOthersOut) {
+TEST(BarLimitsTest, anItemWiderThanTheRoomEndsAtTheRightAndPushesTheOthersOut) {
     BarStage stage;
     auto& wide = stage.addIcon("wide", 5000);
     stage.addIcon("pushed", 20);
@@ -50,7 +50,7 @@ TEST(BarLimitsTest, AnItemWiderThanTheRoomEndsAtTheRightAndPushesTheOthersOut) {
     }));
 }
 
-TEST(BarLimitsTest, WithoutAnItemTheTrayIsEmptyAndReady) {
+TEST(BarLimitsTest, withoutAnItemTheTrayIsEmptyAndReady) {
     BarStage stage;
     EXPECT_TRUE(stage.icons().empty());
     auto& observer = stage.observer();
@@ -61,7 +61,7 @@ TEST(BarLimitsTest, WithoutAnItemTheTrayIsEmptyAndReady) {
     EXPECT_TRUE(waitFor("the tray is empty again", [&] { return stage.icons().empty(); }));
 }
 
-TEST(BarLimitsTest, ANotchWiderThanHalfTheBarLeavesRoomForNoMenuThatDoesNotFit) {
+TEST(BarLimitsTest, aNotchWiderThanHalfTheBarLeavesRoomForNoMenuThatDoesNotFit) {
     BarStage::Options options;
     options.cutouts = {{100, 0, 1000, 37}};
     BarStage stage(options);
@@ -74,7 +74,7 @@ TEST(BarLimitsTest, ANotchWiderThanHalfTheBarLeavesRoomForNoMenuThatDoesNotFit) 
     EXPECT_EQ(observer.leafAt(places[0].centre()), stage.icons()[0].id);
 }
 
-TEST(BarLimitsTest, ANotchThatIsTheWholeBarHidesItAll) {
+TEST(BarLimitsTest, aNotchThatIsTheWholeBarHidesItAll) {
     BarStage::Options options;
     options.cutouts = {{0, 0, 1512, 37}};
     BarStage stage(options);

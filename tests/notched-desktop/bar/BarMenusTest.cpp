@@ -71,7 +71,7 @@ class BarMenusTest : public testing::Test {
     std::optional<BarStage> stage;
 };
 
-TEST_F(BarMenusTest, TheMenusOfTheActiveApplicationTakeTheRoomTheyNeed) {
+TEST_F(BarMenusTest, theMenusOfTheActiveApplicationTakeTheRoomTheyNeed) {
     const int desktop = stage->titles().area.width;
     EXPECT_GT(desktop, 100);
     auto& brief = addWindow("Brief", "File\tOpen");
@@ -88,14 +88,14 @@ TEST_F(BarMenusTest, TheMenusOfTheActiveApplicationTakeTheRoomTheyNeed) {
     EXPECT_TRUE(widthBecomes([&](int width) { return width == desktop; }));
 }
 
-TEST_F(BarMenusTest, MenusThatChangeShowAtOnce) {
+TEST_F(BarMenusTest, menusThatChangeShowAtOnce) {
     auto& window = addWindow("Painter", "File\tOpen");
     const int before = stage->titles().area.width;
     window.publishMenus("File\tOpen\nLayers\tAdd\nFilters\tBlur");
     EXPECT_TRUE(widthBecomes([&](int width) { return width > before + 60; }));
 }
 
-TEST_F(BarMenusTest, AChoiceIsToldToTheApplicationByItsNumbers) {
+TEST_F(BarMenusTest, aChoiceIsToldToTheApplicationByItsNumbers) {
     auto& window = addWindow("Painter", "File\tOpen\t-\tClose\nEdit\tUndo\tRedo");
     using Messages = std::vector<std::array<std::uint32_t, 5>>;
     const auto told = [&](const Messages& expected) {
@@ -110,14 +110,14 @@ TEST_F(BarMenusTest, AChoiceIsToldToTheApplicationByItsNumbers) {
     EXPECT_EQ(observer().activeWindow(), std::optional(window.id()));
 }
 
-TEST_F(BarMenusTest, AnApplicationWithoutMenusIsAskedToClose) {
+TEST_F(BarMenusTest, anApplicationWithoutMenusIsAskedToClose) {
     auto& window = addWindow("Plain", "");
     choose(0, 1);
     EXPECT_TRUE(waitFor("it is asked to close",
                         [&] { return window.messages("WM_PROTOCOLS").size() == 1; }));
 }
 
-TEST_F(BarMenusTest, EscapeClosesAMenuAndChoosesNothing) {
+TEST_F(BarMenusTest, escapeClosesAMenuAndChoosesNothing) {
     auto& window = addWindow("Painter", "File\tOpen");
     const auto titles = stage->titles().area;
     observer().click({titles.x + 20, titles.centre().y});
@@ -128,7 +128,7 @@ TEST_F(BarMenusTest, EscapeClosesAMenuAndChoosesNothing) {
     EXPECT_TRUE(window.messages(choice).empty());
 }
 
-TEST_F(BarMenusTest, MenusThatDoNotFitLeftOfTheNotchStayLeftOfIt) {
+TEST_F(BarMenusTest, menusThatDoNotFitLeftOfTheNotchStayLeftOfIt) {
     std::string menus = "First\tEntry";
     for (int i = 0; i < 30; ++i)
         menus += "\nA rather long title\tEntry";
@@ -137,7 +137,7 @@ TEST_F(BarMenusTest, MenusThatDoNotFitLeftOfTheNotchStayLeftOfIt) {
     EXPECT_LE(stage->titles().area.right(), observer().cutouts().front().x);
 }
 
-TEST_F(BarMenusTest, MenusOfAnyTextDoNoHarm) {
+TEST_F(BarMenusTest, menusOfAnyTextDoNoHarm) {
     std::string noise;
     for (int i = 1; i < 3000; ++i)
         noise += static_cast<char>(i % 255 + 1);
@@ -148,7 +148,7 @@ TEST_F(BarMenusTest, MenusOfAnyTextDoNoHarm) {
     EXPECT_TRUE(stage->bar().isRunning());
 }
 
-TEST_F(BarMenusTest, TheDesktopsOwnMenusDoWhatTheySay) {
+TEST_F(BarMenusTest, theDesktopsOwnMenusDoWhatTheySay) {
     const auto wallpaper = [&] { return observer().imageOfRoot({0, 300, 400, 300}); };
     ASSERT_TRUE(waitFor("the wallpaper is up", [&] { return wallpaper().colours() > 50; }));
     const auto before = wallpaper();

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint32_t black = 0xff000000;
 
-TEST(BarTest, WithANotchTheBarIsAsHighAsItAndReservesItsRoom) {
+TEST(BarTest, withANotchTheBarIsAsHighAsItAndReservesItsRoom) {
     BarStage stage;
     const auto dock = stage.dock();
     EXPECT_EQ(dock.area, (PixelRect{0, 0, 1512, 37}));
@@ -22,7 +22,7 @@ TEST(BarTest, WithANotchTheBarIsAsHighAsItAndReservesItsRoom) {
     EXPECT_EQ(stage.observer().cardinals(dock.id, "_NET_WM_STRUT_PARTIAL"), strut);
 }
 
-TEST(BarTest, WithoutANotchTheBarIsTwentyFourPointsHigh) {
+TEST(BarTest, withoutANotchTheBarIsTwentyFourPointsHigh) {
     for (const int scale : {1, 2}) {
         BarStage::Options options;
         options.cutouts.clear();
@@ -32,7 +32,7 @@ TEST(BarTest, WithoutANotchTheBarIsTwentyFourPointsHigh) {
     }
 }
 
-TEST(BarTest, TheBarKeepsItsPlaceUnderAWindowManager) {
+TEST(BarTest, theBarKeepsItsPlaceUnderAWindowManager) {
     BarStage::Options options;
     options.windowManager = true;
     BarStage stage(options);
@@ -42,7 +42,7 @@ TEST(BarTest, TheBarKeepsItsPlaceUnderAWindowManager) {
     EXPECT_EQ(stage.placesOf(1).front().right(), stage.tray().area.right());
 }
 
-TEST(BarTest, TheNotchIsBlackWithRoundLowerCorners) {
+TEST(BarTest, theNotchIsBlackWithRoundLowerCorners) {
     BarStage stage;
     ASSERT_TRUE(waitFor("the notch shows", [&] { return stage.notch().has_value(); }));
     auto& observer = stage.observer();
@@ -59,7 +59,7 @@ TEST(BarTest, TheNotchIsBlackWithRoundLowerCorners) {
     EXPECT_NE(image.at(notch.width - 1, notch.height - 1), black);
 }
 
-TEST(BarTest, TheNotchStaysAboveEverythingAndInNobodysWay) {
+TEST(BarTest, theNotchStaysAboveEverythingAndInNobodysWay) {
     BarStage stage;
     ASSERT_TRUE(waitFor("the notch shows", [&] { return stage.notch().has_value(); }));
     auto& observer = stage.observer();
@@ -73,7 +73,7 @@ TEST(BarTest, TheNotchStaysAboveEverythingAndInNobodysWay) {
     EXPECT_EQ(observer.leafAt(notch.centre()), cover.id());
 }
 
-TEST(BarTest, BarAndNotchFollowTheHardware) {
+TEST(BarTest, barAndNotchFollowTheHardware) {
     BarStage stage;
     stage.addIcon("icon", 20);
     auto& observer = stage.observer();
@@ -92,7 +92,7 @@ TEST(BarTest, BarAndNotchFollowTheHardware) {
     }));
 }
 
-TEST(BarTest, TheBarIsOnTheMonitorWithTheNotch) {
+TEST(BarTest, theBarIsOnTheMonitorWithTheNotch) {
     BarStage stage;
     auto& observer = stage.observer();
     auto* connection = observer.connection();
@@ -117,7 +117,7 @@ TEST(BarTest, TheBarIsOnTheMonitorWithTheNotch) {
     EXPECT_GT(stage.tray().area.right(), 1300);
 }
 
-TEST(BarTest, ItTellsItsItemsTheSpacingAndItsColours) {
+TEST(BarTest, itTellsItsItemsTheSpacingAndItsColours) {
     for (const bool dark : {false, true}) {
         BarStage::Options options;
         options.dark = dark;
@@ -143,7 +143,7 @@ TEST(BarTest, ItTellsItsItemsTheSpacingAndItsColours) {
     }
 }
 
-TEST(BarTest, TheWallpaperOutlivesTheBar) {
+TEST(BarTest, theWallpaperOutlivesTheBar) {
     BarStage stage;
     auto& observer = stage.observer();
     const auto picture = [&] { return observer.imageOfRoot({0, 100, 1512, 882}); };
@@ -159,7 +159,7 @@ TEST(BarTest, TheWallpaperOutlivesTheBar) {
     EXPECT_EQ(picture(), before);
 }
 
-TEST(BarTest, TheClockIsRightOfTheTray) {
+TEST(BarTest, theClockIsRightOfTheTray) {
     BarStage stage;
     const auto right = stage.tray().area.right();
     EXPECT_TRUE(waitFor("the clock is drawn", [&] {
@@ -167,7 +167,7 @@ TEST(BarTest, TheClockIsRightOfTheTray) {
     }));
 }
 
-TEST(BarTest, ASecondBarLeavesTheFirstAlone) {
+TEST(BarTest, aSecondBarLeavesTheFirstAlone) {
     BarStage stage;
     stage.addIcon("icon", 20);
     const auto owner = stage.observer().trayOwner();
@@ -179,7 +179,7 @@ TEST(BarTest, ASecondBarLeavesTheFirstAlone) {
     EXPECT_EQ(stage.placesOf(1).size(), 1U);
 }
 
-TEST(BarTest, ABarWhoseTrayIsTakenOverEnds) {
+TEST(BarTest, aBarWhoseTrayIsTakenOverEnds) {
     BarStage stage;
     auto& observer = stage.observer();
     TestWindow other(observer, {{0, 0, 10, 10}, true, false, "other tray", 0});
@@ -189,7 +189,7 @@ TEST(BarTest, ABarWhoseTrayIsTakenOverEnds) {
     EXPECT_EQ(stage.bar().wait(defaultBound), (ExitStatus{1, std::nullopt}));
 }
 
-TEST(BarTest, WrongArgumentsAreToldAndHelpIsGiven) {
+TEST(BarTest, wrongArgumentsAreToldAndHelpIsGiven) {
     BarStage stage;
     EXPECT_EQ(stage.barProcess("a", {"--scale", "wide"}).wait(defaultBound),
               (ExitStatus{2, std::nullopt}));

@@ -21,7 +21,7 @@ void addThree(BarStage& stage) {
     stage.addIcon("three", 60);
 }
 
-TEST(BarTrayTest, IconsStandEdgeToEdgeWithTheSpacingAndAsHighAsTheBar) {
+TEST(BarTrayTest, iconsStandEdgeToEdgeWithTheSpacingAndAsHighAsTheBar) {
     BarStage stage;
     addThree(stage);
     const auto places = stage.placesOf(3);
@@ -37,7 +37,7 @@ TEST(BarTrayTest, IconsStandEdgeToEdgeWithTheSpacingAndAsHighAsTheBar) {
         EXPECT_EQ(icon.parent, stage.observer().trayOwner());
 }
 
-TEST(BarTrayTest, TheSpacingIsInPointsAndTheIconsInPixels) {
+TEST(BarTrayTest, theSpacingIsInPointsAndTheIconsInPixels) {
     BarStage::Options options;
     options.scale = 2;
     options.width = 3024;
@@ -50,7 +50,7 @@ TEST(BarTrayTest, TheSpacingIsInPointsAndTheIconsInPixels) {
     EXPECT_EQ(places[0].height, 74);
 }
 
-TEST(BarTrayTest, ASpacingLowerByOneTakesOnePointOffEveryItem) {
+TEST(BarTrayTest, aSpacingLowerByOneTakesOnePointOffEveryItem) {
     for (const int scale : {1, 2}) {
         BarStage::Options options;
         options.scale = scale;
@@ -75,7 +75,7 @@ TEST(BarTrayTest, ASpacingLowerByOneTakesOnePointOffEveryItem) {
     }
 }
 
-TEST(BarTrayTest, AnySpacingLeavesTheBarStanding) {
+TEST(BarTrayTest, anySpacingLeavesTheBarStanding) {
     for (const char* spacing : {"-9223372036854775808", "9223372036854775807", "-40", "100000"}) {
         BarStage::Options options;
         options.preferences = std::string("NSStatusItemSpacing = ") + spacing;
@@ -89,14 +89,14 @@ TEST(BarTrayTest, AnySpacingLeavesTheBarStanding) {
     }
 }
 
-TEST(BarTrayTest, AnIconThatDeclaresNoWidthGetsTheOneItHas) {
+TEST(BarTrayTest, anIconThatDeclaresNoWidthGetsTheOneItHas) {
     BarStage stage;
     stage.addIcon({"plain", 31, 20, false, false});
     stage.addIcon({"tiny", 3, 3, false, false});
     EXPECT_EQ(widthsOf(stage.placesOf(2)), (std::vector{16 + 16, 31 + 16}));
 }
 
-TEST(BarTrayTest, AnIconMayDeclareOrAskForAnotherWidth) {
+TEST(BarTrayTest, anIconMayDeclareOrAskForAnotherWidth) {
     BarStage stage;
     auto& declaring = stage.addIcon("declaring", 20);
     auto& asking = stage.addIcon({"asking", 20, 20, false, false});
@@ -115,7 +115,7 @@ TEST(BarTrayTest, AnIconMayDeclareOrAskForAnotherWidth) {
     EXPECT_TRUE(become({66, 46}));
 }
 
-TEST(BarTrayTest, AnIconThatPlacesItselfIsPutBack) {
+TEST(BarTrayTest, anIconThatPlacesItselfIsPutBack) {
     BarStage stage;
     auto& icon = stage.addIcon({"stubborn", 20, 20, true, true});
     const auto places = stage.placesOf(1);
@@ -126,7 +126,7 @@ TEST(BarTrayTest, AnIconThatPlacesItselfIsPutBack) {
     EXPECT_EQ(stage.placesOf(2)[1], places[0]);
 }
 
-TEST(BarTrayTest, AnIconThatDoesNotWantToShowTakesNoRoom) {
+TEST(BarTrayTest, anIconThatDoesNotWantToShowTakesNoRoom) {
     BarStage stage;
     stage.addIcon("left", 20);
     auto& shy = stage.addIcon("shy", 30);
@@ -143,7 +143,7 @@ TEST(BarTrayTest, AnIconThatDoesNotWantToShowTakesNoRoom) {
                         [&] { return stage.icons().size() == 3 && stage.placesOf(3) == before; }));
 }
 
-TEST(BarTrayTest, AnIconThatGoesLeavesNoGap) {
+TEST(BarTrayTest, anIconThatGoesLeavesNoGap) {
     BarStage stage;
     stage.addIcon("stays", 20);
     auto& ends = stage.addIcon("ends", 30);
@@ -158,7 +158,7 @@ TEST(BarTrayTest, AnIconThatGoesLeavesNoGap) {
     }));
 }
 
-TEST(BarTrayTest, WindowsThatCannotBeTakenChangeNothing) {
+TEST(BarTrayTest, windowsThatCannotBeTakenChangeNothing) {
     BarStage stage;
     auto& icon = stage.addIcon("icon", 20);
     auto& observer = stage.observer();
@@ -170,7 +170,7 @@ TEST(BarTrayTest, WindowsThatCannotBeTakenChangeNothing) {
     EXPECT_TRUE(stage.bar().isRunning());
 }
 
-TEST(BarTrayTest, IconsOutliveTheBarAndKeepTheirOrderInTheNext) {
+TEST(BarTrayTest, iconsOutliveTheBarAndKeepTheirOrderInTheNext) {
     BarStage stage;
     addThree(stage);
     stage.addIcon("two", 22);
@@ -204,7 +204,7 @@ class RealClient : public testing::TestWithParam<const char*> {
     }
 };
 
-TEST_P(RealClient, DocksOpensItsMenuAndIsBackAfterTheBarWasKilled) {
+TEST_P(RealClient, docksOpensItsMenuAndIsBackAfterTheBarWasKilled) {
     BarStage stage;
     const TrayClient& kind = trayClient(GetParam());
     auto client = kind.start(stage.environment(kind.name), stage.log(kind.name));

@@ -16,25 +16,25 @@ std::vector<std::uint32_t> hints(std::uint32_t flags, std::uint32_t least, std::
     return words;
 }
 
-TEST(IconHintsTest, TheBaseSizeGoesBeforeTheMinimum) {
+TEST(IconHintsTest, theBaseSizeGoesBeforeTheMinimum) {
     EXPECT_EQ(declaredWidth(hints(minimum | base, 20, 44)), 44);
     EXPECT_EQ(declaredWidth(hints(minimum, 20, 44)), 20);
     EXPECT_EQ(declaredWidth(hints(base, 20, 44)), 44);
 }
 
-TEST(IconHintsTest, WithoutFlagsOrHintsNothingIsDeclared) {
+TEST(IconHintsTest, withoutFlagsOrHintsNothingIsDeclared) {
     EXPECT_EQ(declaredWidth(hints(0, 20, 44)), 0);
     EXPECT_EQ(declaredWidth({}), 0);
     EXPECT_EQ(declaredWidth({minimum | base}), 0);
 }
 
-TEST(IconHintsTest, AWidthOfOnePixelOrWiderThanAWindowCanBeDeclaresNothing) {
+TEST(IconHintsTest, aWidthOfOnePixelOrWiderThanAWindowCanBeDeclaresNothing) {
     EXPECT_EQ(declaredWidth(hints(base, 0, 1)), 0);
     EXPECT_EQ(declaredWidth(hints(base, 0, 0xffffffff)), 0);
     EXPECT_EQ(declaredWidth(hints(minimum | base, 20, 1)), 20);
 }
 
-TEST(IconHintsTest, TheClassIsTheSecondOfTwoNames) {
+TEST(IconHintsTest, theClassIsTheSecondOfTwoNames) {
     using namespace std::string_view_literals;
     EXPECT_EQ(classOf("volume\0Volume\0"sv), "Volume");
     EXPECT_EQ(classOf("volume\0Volume"sv), "Volume");

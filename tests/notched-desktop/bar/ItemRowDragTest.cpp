@@ -24,7 +24,7 @@ class ItemRowDragTest : public testing::Test {
     ItemRow row{0};
 };
 
-TEST_F(ItemRowDragTest, OnlyAShownItemIsTakenHoldOf) {
+TEST_F(ItemRowDragTest, onlyAShownItemIsTakenHoldOf) {
     row.setShown(2, false);
     EXPECT_FALSE(row.beginDrag(2, 980));
     EXPECT_FALSE(row.beginDrag(7, 980));
@@ -34,13 +34,13 @@ TEST_F(ItemRowDragTest, OnlyAShownItemIsTakenHoldOf) {
     EXPECT_EQ(row.dragged(), 1U);
 }
 
-TEST_F(ItemRowDragTest, TheHeldItemFollowsThePointerByThePlaceItIsHeldAt) {
+TEST_F(ItemRowDragTest, theHeldItemFollowsThePointerByThePlaceItIsHeldAt) {
     row.beginDrag(1, 993);
     row.dragTo(985);
     EXPECT_EQ(row.placed(), (Items{{3, 940, 30}, {2, 970, 20}, {1, 982, 10}}));
 }
 
-TEST_F(ItemRowDragTest, AnotherMakesRoomWhenItsMiddleIsPassedAndNotBefore) {
+TEST_F(ItemRowDragTest, anotherMakesRoomWhenItsMiddleIsPassedAndNotBefore) {
     row.beginDrag(1, 990);
     row.dragTo(975); // middle on middle
     EXPECT_EQ(row.placed(), (Items{{3, 940, 30}, {2, 970, 20}, {1, 975, 10}}));
@@ -48,7 +48,7 @@ TEST_F(ItemRowDragTest, AnotherMakesRoomWhenItsMiddleIsPassedAndNotBefore) {
     EXPECT_EQ(row.placed(), (Items{{3, 940, 30}, {1, 974, 10}, {2, 980, 20}}));
 }
 
-TEST_F(ItemRowDragTest, DroppedItTakesTheRoomTheOthersMade) {
+TEST_F(ItemRowDragTest, droppedItTakesTheRoomTheOthersMade) {
     row.beginDrag(1, 990);
     row.dragTo(974);
     row.drop();
@@ -56,7 +56,7 @@ TEST_F(ItemRowDragTest, DroppedItTakesTheRoomTheOthersMade) {
     EXPECT_EQ(row.placed(), (Items{{3, 940, 30}, {1, 970, 10}, {2, 980, 20}}));
 }
 
-TEST_F(ItemRowDragTest, OneMotionMayPassSeveralInEitherDirection) {
+TEST_F(ItemRowDragTest, oneMotionMayPassSeveralInEitherDirection) {
     row.beginDrag(1, 990);
     row.dragTo(100);
     row.drop();
@@ -67,7 +67,7 @@ TEST_F(ItemRowDragTest, OneMotionMayPassSeveralInEitherDirection) {
     EXPECT_EQ(row.placed(), before);
 }
 
-TEST_F(ItemRowDragTest, GivenUpEverythingStandsWhereItStood) {
+TEST_F(ItemRowDragTest, givenUpEverythingStandsWhereItStood) {
     row.beginDrag(3, 950);
     row.dragTo(2000);
     EXPECT_NE(row.placed(), before);
@@ -76,7 +76,7 @@ TEST_F(ItemRowDragTest, GivenUpEverythingStandsWhereItStood) {
     EXPECT_EQ(row.placed(), before);
 }
 
-TEST_F(ItemRowDragTest, WhatCameDuringADragThatIsGivenUpStandsAtTheLeft) {
+TEST_F(ItemRowDragTest, whatCameDuringADragThatIsGivenUpStandsAtTheLeft) {
     row.beginDrag(3, 950);
     row.dragTo(2000);
     row.add(4, "four", 5);
@@ -84,7 +84,7 @@ TEST_F(ItemRowDragTest, WhatCameDuringADragThatIsGivenUpStandsAtTheLeft) {
     EXPECT_EQ(row.placed(), (Items{{4, 935, 5}, {3, 940, 30}, {2, 970, 20}, {1, 990, 10}}));
 }
 
-TEST_F(ItemRowDragTest, AHeldItemThatGoesOrHidesIsHeldNoMore) {
+TEST_F(ItemRowDragTest, aHeldItemThatGoesOrHidesIsHeldNoMore) {
     row.beginDrag(2, 975);
     row.remove(2);
     EXPECT_EQ(row.dragged(), 0U);
@@ -96,7 +96,7 @@ TEST_F(ItemRowDragTest, AHeldItemThatGoesOrHidesIsHeldNoMore) {
     EXPECT_EQ(row.placed(), (Items{{3, 970, 30}}));
 }
 
-TEST_F(ItemRowDragTest, AnotherThatGoesMeanwhileChangesNothingForTheHeldOne) {
+TEST_F(ItemRowDragTest, anotherThatGoesMeanwhileChangesNothingForTheHeldOne) {
     row.beginDrag(1, 990);
     row.dragTo(974);
     row.remove(2);
@@ -106,7 +106,7 @@ TEST_F(ItemRowDragTest, AnotherThatGoesMeanwhileChangesNothingForTheHeldOne) {
 }
 
 // Whatever is done to a row, its items stay edge to edge, none is lost, none is there twice.
-TEST(ItemRowRandomTest, ItemsStayPackedThroughDragsAndArrivals) {
+TEST(ItemRowRandomTest, itemsStayPackedThroughDragsAndArrivals) {
     std::mt19937 random(20240621);
     const auto upTo = [&](int bound) {
         return static_cast<int>(random() % static_cast<unsigned>(bound));

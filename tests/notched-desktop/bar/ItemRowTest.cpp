@@ -18,15 +18,15 @@ ItemRow rowOf(std::int64_t spacing, const std::vector<int>& widths, int rightEnd
     return row;
 }
 
-TEST(ItemRowTest, AnEmptyRowPlacesNothing) {
+TEST(ItemRowTest, anEmptyRowPlacesNothing) {
     EXPECT_EQ(rowOf(16, {}).placed(), Items{});
 }
 
-TEST(ItemRowTest, ItemsStandEdgeToEdgeFromTheRightAndNewOnesComeLeft) {
+TEST(ItemRowTest, itemsStandEdgeToEdgeFromTheRightAndNewOnesComeLeft) {
     EXPECT_EQ(rowOf(16, {20, 34, 18}).placed(), (Items{{3, 880, 34}, {2, 914, 50}, {1, 964, 36}}));
 }
 
-TEST(ItemRowTest, ASpacingLowerByOneTakesOneFromEveryItem) {
+TEST(ItemRowTest, aSpacingLowerByOneTakesOneFromEveryItem) {
     for (std::int64_t spacing = 30; spacing > -10; --spacing) {
         const auto wider = rowOf(spacing, {20, 34, 18}).placed();
         const auto narrower = rowOf(spacing - 1, {20, 34, 18}).placed();
@@ -36,19 +36,19 @@ TEST(ItemRowTest, ASpacingLowerByOneTakesOneFromEveryItem) {
     }
 }
 
-TEST(ItemRowTest, NoItemIsNarrowerThanAPixelOrWiderThanAWindowCanBe) {
+TEST(ItemRowTest, noItemIsNarrowerThanAPixelOrWiderThanAWindowCanBe) {
     EXPECT_EQ(rowOf(-1000, {20}).placed(), (Items{{1, 999, 1}}));
     EXPECT_EQ(rowOf(INT64_MIN, {20}).placed(), (Items{{1, 999, 1}}));
     EXPECT_EQ(rowOf(INT64_MAX, {20}).placed().front().width, ItemRow::widest);
     EXPECT_EQ(rowOf(0, {INT32_MAX}).placed().front().width, ItemRow::widest);
 }
 
-TEST(ItemRowTest, ItemsWithoutRoomGoOnLeftOfTheTray) {
+TEST(ItemRowTest, itemsWithoutRoomGoOnLeftOfTheTray) {
     EXPECT_EQ(rowOf(0, {60, 60, 60}, 100).placed(),
               (Items{{3, -80, 60}, {2, -20, 60}, {1, 40, 60}}));
 }
 
-TEST(ItemRowTest, PlacesEndWhereTheServerCountsNoFurther) {
+TEST(ItemRowTest, placesEndWhereTheServerCountsNoFurther) {
     const auto placed = rowOf(INT32_MAX, {20, 20, 20}, 100).placed();
     ASSERT_EQ(placed.size(), 3U);
     EXPECT_EQ(placed[0].x, ItemRow::leftmost);
@@ -56,7 +56,7 @@ TEST(ItemRowTest, PlacesEndWhereTheServerCountsNoFurther) {
     EXPECT_EQ(placed[2].x, 100 - ItemRow::widest);
 }
 
-TEST(ItemRowTest, AnItemThatIsNotShownTakesNoRoomAndKeepsItsPlace) {
+TEST(ItemRowTest, anItemThatIsNotShownTakesNoRoomAndKeepsItsPlace) {
     auto row = rowOf(0, {10, 20, 30});
     row.setShown(2, false);
     EXPECT_EQ(row.placed(), (Items{{3, 960, 30}, {1, 990, 10}}));
@@ -64,7 +64,7 @@ TEST(ItemRowTest, AnItemThatIsNotShownTakesNoRoomAndKeepsItsPlace) {
     EXPECT_EQ(row.placed(), (Items{{3, 940, 30}, {2, 970, 20}, {1, 990, 10}}));
 }
 
-TEST(ItemRowTest, AnItemThatComesBackStandsWhereItStood) {
+TEST(ItemRowTest, anItemThatComesBackStandsWhereItStood) {
     auto row = rowOf(0, {10, 20, 30});
     row.remove(2);
     EXPECT_FALSE(row.contains(2));
@@ -73,7 +73,7 @@ TEST(ItemRowTest, AnItemThatComesBackStandsWhereItStood) {
     EXPECT_EQ(row.placed(), (Items{{3, 935, 30}, {9, 965, 25}, {1, 990, 10}}));
 }
 
-TEST(ItemRowTest, AKeptOrderHoldsWhicheverItemComesFirst) {
+TEST(ItemRowTest, aKeptOrderHoldsWhicheverItemComesFirst) {
     ItemRow row(0);
     row.setRightEnd(100);
     row.remember({{"mail", 0}, {"twins", 0}, {"twins", 1}, {"wifi", 0}});
@@ -88,7 +88,7 @@ TEST(ItemRowTest, AKeptOrderHoldsWhicheverItemComesFirst) {
                                {"new", 0}, {"mail", 0}, {"twins", 0}, {"twins", 1}, {"wifi", 0}}));
 }
 
-TEST(ItemRowTest, TheSecondWindowOfAnApplicationTakesTheFirstFreeNumber) {
+TEST(ItemRowTest, theSecondWindowOfAnApplicationTakesTheFirstFreeNumber) {
     ItemRow row(0);
     row.setRightEnd(100);
     row.add(1, "", 10);
@@ -98,13 +98,13 @@ TEST(ItemRowTest, TheSecondWindowOfAnApplicationTakesTheFirstFreeNumber) {
     EXPECT_EQ(row.placed(), (Items{{2, 80, 10}, {3, 90, 10}}));
 }
 
-TEST(ItemRowTest, AnItemAddedTwiceIsThereOnce) {
+TEST(ItemRowTest, anItemAddedTwiceIsThereOnce) {
     auto row = rowOf(0, {10});
     row.add(1, "app1", 30);
     EXPECT_EQ(row.placed(), (Items{{1, 970, 30}}));
 }
 
-TEST(ItemRowTest, ItemsThatAreUnknownChangeNothing) {
+TEST(ItemRowTest, itemsThatAreUnknownChangeNothing) {
     auto row = rowOf(0, {10});
     row.remove(7);
     row.setShown(7, false);
@@ -114,13 +114,13 @@ TEST(ItemRowTest, ItemsThatAreUnknownChangeNothing) {
     EXPECT_EQ(row.placed(), (Items{{1, 990, 10}}));
 }
 
-TEST(ItemRowTest, AnItemThatGrowsPushesThoseLeftOfIt) {
+TEST(ItemRowTest, anItemThatGrowsPushesThoseLeftOfIt) {
     auto row = rowOf(4, {10, 10});
     row.setNaturalWidth(1, 30);
     EXPECT_EQ(row.placed(), (Items{{2, 952, 14}, {1, 966, 34}}));
 }
 
-TEST(ItemRowTest, PlacesOfAbsentItemsAreGivenUpFirst) {
+TEST(ItemRowTest, placesOfAbsentItemsAreGivenUpFirst) {
     ItemRow row(0);
     row.add(1, "here", 10);
     for (std::size_t i = 0; i < ItemRow::mostRemembered + 50; ++i) {

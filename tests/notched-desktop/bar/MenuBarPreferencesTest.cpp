@@ -18,25 +18,25 @@ std::optional<std::int64_t> spacing(std::string_view text) {
     return MenuBarPreferences::parse(text).spacing;
 }
 
-TEST(MenuBarPreferencesTest, NothingIsSetByAnEmptyText) {
+TEST(MenuBarPreferencesTest, nothingIsSetByAnEmptyText) {
     EXPECT_EQ(MenuBarPreferences::parse(""), MenuBarPreferences{});
     EXPECT_EQ(MenuBarPreferences::parse("\n\n"), MenuBarPreferences{});
 }
 
-TEST(MenuBarPreferencesTest, BothKeysAreRead) {
+TEST(MenuBarPreferencesTest, bothKeysAreRead) {
     const MenuBarPreferences expected{8, 6};
     EXPECT_EQ(MenuBarPreferences::parse("NSStatusItemSpacing = 8\nNSStatusItemSelectionPadding=6"),
               expected);
 }
 
-TEST(MenuBarPreferencesTest, BlanksCommentsAndCarriageReturnsDoNotCount) {
+TEST(MenuBarPreferencesTest, blanksCommentsAndCarriageReturnsDoNotCount) {
     EXPECT_EQ(spacing("  NSStatusItemSpacing\t=  8 \r\n"), 8);
     EXPECT_EQ(spacing("NSStatusItemSpacing = 8 # tight\n"), 8);
     EXPECT_EQ(spacing("# NSStatusItemSpacing = 8\n"), std::nullopt);
     EXPECT_EQ(spacing("NSStatusItemSpacing # = 8\n"), std::nullopt);
 }
 
-TEST(MenuBarPreferencesTest, NumbersAreHandedOnAsTheyStand) {
+TEST(MenuBarPreferencesTest, numbersAreHandedOnAsTheyStand) {
     EXPECT_EQ(spacing("NSStatusItemSpacing = 0"), 0);
     EXPECT_EQ(spacing("NSStatusItemSpacing = -12"), -12);
     EXPECT_EQ(spacing("NSStatusItemSpacing = 007"), 7);
@@ -44,26 +44,26 @@ TEST(MenuBarPreferencesTest, NumbersAreHandedOnAsTheyStand) {
     EXPECT_EQ(spacing("NSStatusItemSpacing = -9223372036854775808"), INT64_MIN);
 }
 
-TEST(MenuBarPreferencesTest, WhatIsNoIntegerSetsNothing) {
+TEST(MenuBarPreferencesTest, whatIsNoIntegerSetsNothing) {
     for (const char* value : {"", "+8", "8.0", "8 9", "0x8", "eight", "- 8", "--8", "8px",
                               "9223372036854775808", "\"8\"", "8="})
         EXPECT_EQ(spacing(std::string("NSStatusItemSpacing = ") + value), std::nullopt) << value;
 }
 
-TEST(MenuBarPreferencesTest, LinesThatSayNothingAreSkippedAndTheLastValidOneCounts) {
+TEST(MenuBarPreferencesTest, linesThatSayNothingAreSkippedAndTheLastValidOneCounts) {
     EXPECT_EQ(spacing("NSStatusItemSpacing = 5\nnonsense\nNSStatusItemSpacing = 9\n"
                       "NSStatusItemSpacing = wide\nnsstatusitemspacing = 3\nOther = 4\n= 2\n"),
               9);
 }
 
-TEST(MenuBarPreferencesTest, BytesOfAnyKindDoNoHarm) {
+TEST(MenuBarPreferencesTest, bytesOfAnyKindDoNoHarm) {
     std::string noise;
     for (int i = 0; i < 4096; ++i)
         noise += static_cast<char>(i * 37);
     EXPECT_EQ(spacing(noise + "\nNSStatusItemSpacing = 4\n" + noise), 4);
 }
 
-TEST(MenuBarPreferencesTest, AFileIsReadLikeItsText) {
+TEST(MenuBarPreferencesTest, aFileIsReadLikeItsText) {
     const TempDirectory folder;
     const auto path = folder.path() + "/menu-bar.conf";
     EXPECT_EQ(MenuBarPreferences::read(path), MenuBarPreferences{});
@@ -71,7 +71,7 @@ TEST(MenuBarPreferencesTest, AFileIsReadLikeItsText) {
     EXPECT_EQ(MenuBarPreferences::read(path).spacing, 11);
 }
 
-TEST(MenuBarPreferencesTest, WhatIsNoSmallRegularFileSetsNothing) {
+TEST(MenuBarPreferencesTest, whatIsNoSmallRegularFileSetsNothing) {
     const TempDirectory folder;
     EXPECT_EQ(MenuBarPreferences::read(folder.path()), MenuBarPreferences{});
     EXPECT_EQ(MenuBarPreferences::read(""), MenuBarPreferences{});
@@ -100,7 +100,7 @@ class Variable {
     std::optional<std::string> before_;
 };
 
-TEST(MenuBarPreferencesTest, TheUsersFileIsInTheConfigurationFolder) {
+TEST(MenuBarPreferencesTest, theUsersFileIsInTheConfigurationFolder) {
     const Variable home("HOME", "/home/someone");
     {
         const Variable config("XDG_CONFIG_HOME", "/elsewhere");

@@ -10,7 +10,7 @@ using CommandLine = ItemsStage;
 
 constexpr ExitStatus misused{2, std::nullopt};
 
-TEST_F(CommandLine, ListsEveryKindWithAWidthOf18To60Points) {
+TEST_F(CommandLine, listsEveryKindWithAWidthOf18To60Points) {
     const auto kinds = listedKinds();
     EXPECT_EQ(kinds.size(), expectedKinds().size() + 1);
     for (const auto& kind : kinds) {
@@ -25,13 +25,13 @@ TEST_F(CommandLine, ListsEveryKindWithAWidthOf18To60Points) {
     }
 }
 
-TEST_F(CommandLine, AnUnknownKindIsNamedAndRefused) {
+TEST_F(CommandLine, anUnknownKindIsNamedAndRefused) {
     auto& program = startItem("teapot");
     EXPECT_EQ(program.wait(defaultBound), misused);
     EXPECT_EQ(program.log(), "orrivane-status-item: no such kind: teapot\n");
 }
 
-TEST_F(CommandLine, AScaleThatIsNoneIsRefused) {
+TEST_F(CommandLine, aScaleThatIsNoneIsRefused) {
     for (const char* scale : {"0", "-1", "2x", "", "1000", "nan"}) {
         auto& program = startItem("wifi", {"--scale", scale});
         EXPECT_EQ(program.wait(defaultBound), misused) << scale;
@@ -39,7 +39,7 @@ TEST_F(CommandLine, AScaleThatIsNoneIsRefused) {
     }
 }
 
-TEST_F(CommandLine, NothingToShowIsAnsweredWithTheUsage) {
+TEST_F(CommandLine, nothingToShowIsAnsweredWithTheUsage) {
     for (const char* program : {ORRIVANE_STATUS_ITEM, ORRIVANE_WINDOW}) {
         auto& process = start({program});
         EXPECT_EQ(process.wait(defaultBound), misused);

@@ -17,7 +17,7 @@ std::string onlyLetters(std::string name) {
 
 class AtScale : public ItemsStage, public testing::WithParamInterface<double> {};
 
-TEST_P(AtScale, EveryKindDocksAtTheWidthItDeclares) {
+TEST_P(AtScale, everyKindDocksAtTheWidthItDeclares) {
     const auto pixels = [](double points) {
         return static_cast<int>(std::lround(points * GetParam()));
     };
@@ -54,7 +54,7 @@ INSTANTIATE_TEST_SUITE_P(Docking, AtScale, testing::Values(1, 1.5, 2), [](const 
 
 class EveryItem : public ItemsStage, public testing::WithParamInterface<ExpectedKind> {};
 
-TEST_P(EveryItem, DocksUnderItsNameAndLeavesWithItsProcess) {
+TEST_P(EveryItem, docksUnderItsNameAndLeavesWithItsProcess) {
     startTray();
     auto& process = startItem(GetParam().id);
     const auto docked = icon();
@@ -74,7 +74,7 @@ TEST_P(EveryItem, DocksUnderItsNameAndLeavesWithItsProcess) {
 INSTANTIATE_TEST_SUITE_P(Docking, EveryItem, testing::ValuesIn(expectedKinds()),
                          [](const auto& instance) { return onlyLetters(instance.param.id); });
 
-TEST_F(Docking, TwinsAreTwoWindowsOfOneProcess) {
+TEST_F(Docking, twinsAreTwoWindowsOfOneProcess) {
     startTray();
     auto& process = startItem("twins");
     const auto both = icons(2);
@@ -87,7 +87,7 @@ TEST_F(Docking, TwinsAreTwoWindowsOfOneProcess) {
     EXPECT_NE(text(both[0].id, "WM_NAME"), text(both[1].id, "WM_NAME"));
 }
 
-TEST_F(Docking, WithoutATrayItWaitsUnseen) {
+TEST_F(Docking, withoutATrayItWaitsUnseen) {
     auto& process = startItem("wifi");
     const auto isItsOwn = [&](const WindowState& each) {
         return observer_.pidOf(each.id) == process.pid();
@@ -106,7 +106,7 @@ TEST_F(Docking, WithoutATrayItWaitsUnseen) {
     EXPECT_EQ(icon().className, "Wi-Fi");
 }
 
-TEST_F(Docking, EveryIconComesBackWhenTheTrayWasKilledAndStartedAgain) {
+TEST_F(Docking, everyIconComesBackWhenTheTrayWasKilledAndStartedAgain) {
     auto* tray = &startTray();
     for (const char* kind : {"battery", "twins", "cpu"})
         startItem(kind);
@@ -134,7 +134,7 @@ TEST_F(Docking, EveryIconComesBackWhenTheTrayWasKilledAndStartedAgain) {
     closeMenu();
 }
 
-TEST_F(Docking, NothingIsLeftOnTheScreenWhileThereIsNoTray) {
+TEST_F(Docking, nothingIsLeftOnTheScreenWhileThereIsNoTray) {
     auto& tray = startTray();
     startItem("battery");
     icon();
@@ -149,7 +149,7 @@ TEST_F(Docking, NothingIsLeftOnTheScreenWhileThereIsNoTray) {
 
 class OtherTray : public testing::TestWithParam<std::string> {};
 
-TEST_P(OtherTray, ItemsDockThereAsWell) {
+TEST_P(OtherTray, itemsDockThereAsWell) {
     if (const std::string missing = missingPrograms({GetParam()}); !missing.empty())
         GTEST_SKIP() << missing;
     Desktop::Options options;

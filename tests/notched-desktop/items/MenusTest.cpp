@@ -10,7 +10,7 @@ using Menus = ItemsStage;
 
 class EveryMenu : public ItemsStage, public testing::WithParamInterface<ExpectedKind> {};
 
-TEST_P(EveryMenu, OpensOnAPressAndLogsTheChoice) {
+TEST_P(EveryMenu, opensOnAPressAndLogsTheChoice) {
     startTray();
     auto& process = startItem(GetParam().id);
     const auto menu = openMenu(icon());
@@ -30,7 +30,7 @@ INSTANTIATE_TEST_SUITE_P(Menus, EveryMenu, testing::ValuesIn(expectedKinds()),
                              return name;
                          });
 
-TEST_F(Menus, HangsUnderTheLeftEndOfTheHighlight) {
+TEST_F(Menus, hangsUnderTheLeftEndOfTheHighlight) {
     startTray();
     // Enough of them that the screen's edge leaves room for the leftmost one's menu.
     for (const char* kind : {"clock-world", "battery", "timer", "weather"})
@@ -45,7 +45,7 @@ TEST_F(Menus, HangsUnderTheLeftEndOfTheHighlight) {
     EXPECT_EQ(opened.area.y, left.area.bottom() + 3);
 }
 
-TEST_F(Menus, TheOtherButtonOpensItToo) {
+TEST_F(Menus, theOtherButtonOpensItToo) {
     startTray();
     startItem("mail");
     openMenu(icon(), 3);
@@ -53,7 +53,7 @@ TEST_F(Menus, TheOtherButtonOpensItToo) {
     EXPECT_TRUE(choices().empty());
 }
 
-TEST_F(Menus, AClickOnAnEntryChoosesIt) {
+TEST_F(Menus, aClickOnAnEntryChoosesIt) {
     startTray();
     startItem("mail");
     const auto opened = openMenu(icon());
@@ -62,7 +62,7 @@ TEST_F(Menus, AClickOnAnEntryChoosesIt) {
     EXPECT_TRUE(isLogged({"mail: New Message"}));
 }
 
-TEST_F(Menus, AClickBesideThePanelClosesIt) {
+TEST_F(Menus, aClickBesideThePanelClosesIt) {
     startTray();
     startItem("mail");
     const auto opened = openMenu(icon());
@@ -71,7 +71,7 @@ TEST_F(Menus, AClickBesideThePanelClosesIt) {
     EXPECT_TRUE(choices().empty());
 }
 
-TEST_F(Menus, ASecondPressOnTheIconClosesIt) {
+TEST_F(Menus, aSecondPressOnTheIconClosesIt) {
     startTray();
     startItem("mail");
     const auto place = icon().area.centre();
@@ -84,7 +84,7 @@ TEST_F(Menus, ASecondPressOnTheIconClosesIt) {
         std::chrono::milliseconds(200)));
 }
 
-TEST_F(Menus, EachTwinHasItsOwn) {
+TEST_F(Menus, eachTwinHasItsOwn) {
     startTray();
     startItem("twins");
     const auto both = icons(2);
@@ -100,7 +100,7 @@ TEST_F(Menus, EachTwinHasItsOwn) {
     EXPECT_NE(lines[0], lines[1]);
 }
 
-TEST_F(Menus, ChoicesOfSeveralProcessesFollowEachOther) {
+TEST_F(Menus, choicesOfSeveralProcessesFollowEachOther) {
     startTray();
     startItem("mail");
     icons(1);

@@ -8,7 +8,7 @@ namespace {
 using Sleepy = ItemsStage;
 using std::chrono::milliseconds;
 
-TEST_F(Sleepy, HangsOnTheSignalAndComesBack) {
+TEST_F(Sleepy, hangsOnTheSignalAndComesBack) {
     startTray();
     auto& process = startItem("sleepy");
     const auto shown = icon();
@@ -30,7 +30,7 @@ TEST_F(Sleepy, HangsOnTheSignalAndComesBack) {
     closeMenu();
 }
 
-TEST_F(Sleepy, HangsFromItsMenuOnceThatHasGone) {
+TEST_F(Sleepy, hangsFromItsMenuOnceThatHasGone) {
     startTray();
     startItem("sleepy");
     const auto shown = icon();

@@ -57,7 +57,7 @@ class Windows : public ItemsStage {
     }
 };
 
-TEST_F(Windows, PublishMenusOfClearlyDifferentWidth) {
+TEST_F(Windows, publishMenusOfClearlyDifferentWidth) {
     startWindow("notes");
     startWindow("sketch");
     const auto widthOf = [&](const std::string& name) {
@@ -71,7 +71,7 @@ TEST_F(Windows, PublishMenusOfClearlyDifferentWidth) {
     EXPECT_GT(widthOf("Sketch"), 3 * notes);
 }
 
-TEST_F(Windows, LogWhatIsChosenAndShowIt) {
+TEST_F(Windows, logWhatIsChosenAndShowIt) {
     startWindow("notes");
     const auto window = shown("Notes");
     ASSERT_TRUE(waitFor("it is drawn", [&] {
@@ -86,7 +86,7 @@ TEST_F(Windows, LogWhatIsChosenAndShowIt) {
     EXPECT_TRUE(isLogged({"notes: Edit/Copy", "notes: File/New Note"}));
 }
 
-TEST_F(Windows, ChoicesThatAreNoneChangeNothing) {
+TEST_F(Windows, choicesThatAreNoneChangeNothing) {
     startWindow("sketch");
     const auto window = shown("Sketch");
     for (const auto& [menu, entry] : {std::pair{-2, 0}, {-1, 1}, {99, 0}, {0, 99}, {0, -1}, {0, 3}})
@@ -95,21 +95,21 @@ TEST_F(Windows, ChoicesThatAreNoneChangeNothing) {
     EXPECT_TRUE(isLogged({"sketch: Colours/Signal Red"}));
 }
 
-TEST_F(Windows, QuitFromTheNamesMenuEndsTheProgram) {
+TEST_F(Windows, quitFromTheNamesMenuEndsTheProgram) {
     auto& program = startWindow("notes");
     choose(shown("Notes").id, -1, 0);
     EXPECT_EQ(program.wait(defaultBound), (ExitStatus{0, std::nullopt}));
     EXPECT_EQ(choices(), std::vector<std::string>{"notes: Notes/Quit Notes"});
 }
 
-TEST_F(Windows, TheCloseButtonEndsTheProgram) {
+TEST_F(Windows, theCloseButtonEndsTheProgram) {
     auto& program = startWindow("sketch");
     const auto window = shown("Sketch");
     observer_.click({window.area.x + 22, window.area.y + 20});
     EXPECT_EQ(program.wait(defaultBound), (ExitStatus{0, std::nullopt}));
 }
 
-TEST_F(Windows, AreMovedByTheirTitle) {
+TEST_F(Windows, areMovedByTheirTitle) {
     startWindow("notes");
     const auto window = shown("Notes");
     const PixelPoint grip{window.area.x + 300, window.area.y + 12};
@@ -129,7 +129,7 @@ TEST_F(Windows, AreMovedByTheirTitle) {
     EXPECT_TRUE(moved());
 }
 
-TEST_F(Windows, TheActiveOneChangesWithAClick) {
+TEST_F(Windows, theActiveOneChangesWithAClick) {
     startWindow("notes");
     const auto notes = shown("Notes");
     startWindow("sketch");
