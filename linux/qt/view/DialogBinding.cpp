@@ -55,6 +55,9 @@ class DialogBinding : public Binding {
             action = node_.buttons[static_cast<std::size_t>(found - buttons_.begin())].chosen;
         box_ = nullptr;
         buttons_.clear();
+        // Not every window manager gives the keyboard back.
+        if (inner())
+            inner()->window()->activateWindow();
         if (action.run)
             action.run();
     }
