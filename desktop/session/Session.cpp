@@ -1,23 +1,18 @@
 #include <desktop/session/Session.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-extern char** environ; // NOLINT: POSIX declares it nowhere
 
 namespace orrivane::desktop {
 
@@ -34,62 +29,17 @@ double now() {
         .count();
 }
 
-Environment inheritedEnvironment() {
-    Environment result;
-    for (char** word = environ; *word; ++word) {
-        const std::string text = *word;
-        const auto sign = text.find('=');
-        if (sign != std::string::npos)
-            result.emplace(text.substr(0, sign), text.substr(sign + 1));
-    }
-    // What belongs to the desktop outside.
-    for (const auto* name : {"WAYLAND_DISPLAY", "XAUTHORITY", "SESSION_MANAGER",
-                             "AT_SPI_BUS_ADDRESS", "DBUS_SESSION_BUS_PID", "DESKTOP_STARTUP_ID",
-                             "QT_SCALE_FACTOR", "QT_QPA_PLATFORM", "QT_QPA_PLATFORMTHEME"})
-        result.erase(name);
-    return result;
-}
-
-// Undecorated windows, no menu of the root's, nothing on the keyboard.
-constexpr const char* windowManagerConfig =
-    "<?xml version=\"1.0\"?>\n"
-    "<openbox_config xmlns=\"http://openbox.org/3.4/rc\">\n"
-    "  <focus><focusNew>yes</focusNew></focus>\n"
-    "  <placement><policy>Smart</policy></placement>\n"
-    "  <desktops><number>1</number></desktops>\n"
-    "  <mouse>\n"
-    "    <context name=\"Client\">\n"
-    "      <mousebind button=\"Left\" action=\"Press\"><action name=\"Focus\"/>"
-    "<action name=\"Raise\"/></mousebind>\n"
-    "    </context>\n"
-    "    <context name=\"Titlebar\">\n"
-    "      <mousebind button=\"Left\" action=\"Press\"><action name=\"Focus\"/>"
-    "<action name=\"Raise\"/></mousebind>\n"
-    "      <mousebind button=\"Left\" action=\"Drag\"><action name=\"Move\"/></mousebind>\n"
-    "    </context>\n"
-    "    <context name=\"Close\">\n"
-    "      <mousebind button=\"Left\" action=\"Click\"><action name=\"Close\"/></mousebind>\n"
-    "    </context>\n"
-    "  </mouse>\n"
-    "</openbox_config>\n";
-
 int plainStatus(int status) {
     constexpr int bySignal = 128; // as shells say it
     return WIFEXITED(status) ? WEXITSTATUS(status) : bySignal + WTERMSIG(status);
-}
-
-std::string lastLines(const std::string& path) {
-    std::ifstream file(path);
-    std::string text{std::istreambuf_iterator<char>(file), {}};
-    constexpr std::size_t enough = 400;
-    return text.size() > enough ? text.substr(text.size() - enough) : text;
 }
 
 } // namespace
 
 Session::Session(SessionOptions options)
     : options_(std::move(options))
-    , environment_(inheritedEnvironment()) {
+    , home_(options_)
+    , environment_(home_.environment()) {
     // Whoever loses its parent comes to us, so that nobody is left at the end.
     prctl(PR_SET_CHILD_SUBREAPER, 1);
     sigset_t heard;
@@ -101,7 +51,6 @@ Session::Session(SessionOptions options)
     if (signals_ < 0)
         throw std::runtime_error("the system gives no signal descriptor");
     std::signal(SIGPIPE, SIG_IGN);
-    makeFolders();
 }
 
 Session::~Session() {
@@ -112,37 +61,6 @@ Session::~Session() {
             groups.push_back(child.process);
     endAll(groups);
     close(signals_);
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-}
-
-void Session::makeFolders() {
-    const char* parent = std::getenv("TMPDIR");
-    std::string name =
-        std::string(parent && *parent ? parent : "/tmp") + "/orrivane-desktop-XXXXXX";
-    if (!mkdtemp(name.data()))
-        throw std::runtime_error("no folder can be made below " + name + "; set TMPDIR");
-    folder_ = name;
-    for (const auto* each : {"config", "run", "logs", "data", "cache"})
-        fs::create_directory(fs::path(folder_) / each);
-    fs::permissions(fs::path(folder_) / "run", fs::perms::owner_all);
-    const auto config =
-        options_.config.empty() ? folder_ + "/config" : fs::absolute(options_.config).string();
-    fs::create_directories(config);
-    environment_["HOME"] = folder_;
-    environment_["XDG_CONFIG_HOME"] = config;
-    environment_["XDG_RUNTIME_DIR"] = folder_ + "/run";
-    environment_["XDG_DATA_HOME"] = folder_ + "/data";
-    environment_["XDG_CACHE_HOME"] = folder_ + "/cache";
-    environment_["ORRIVANE_DESKTOP_LOG"] =
-        options_.log.empty() ? folder_ + "/choices" : fs::absolute(options_.log).string();
-    environment_["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1";
-    environment_["XDG_CURRENT_DESKTOP"] = "Orrivane";
-    std::ofstream(folder_ + "/rc.xml") << windowManagerConfig;
-}
-
-std::string Session::logOf(const std::string& name) const {
-    return folder_ + "/logs/" + name;
 }
 
 // In the build tree each part has a folder; installed, all stand in one.
@@ -165,7 +83,7 @@ Session::Child& Session::start(std::string name, Role role, std::vector<std::str
                 .process = -1,
                 .policy = {}};
     if (role != Role::guest)
-        child.launch.output = logOf(child.name);
+        child.launch.output = home_.logOf(child.name);
     children_.push_back(std::move(child));
     startAgain(children_.back());
     return children_.back();
@@ -193,7 +111,7 @@ std::string Session::readLine(int descriptor, const std::string& what) {
         if (result_)
             break;
     }
-    throw std::runtime_error(what + " did not start: " + lastLines(logOf(what)));
+    throw std::runtime_error(what + " did not start: " + home_.lastWordsOf(what));
 }
 
 void Session::startServer() {
@@ -219,7 +137,7 @@ void Session::startServer() {
                 .role = Role::essential,
                 .launch = {.arguments = std::move(arguments),
                            .environment = environment_,
-                           .output = logOf(name),
+                           .output = home_.logOf(name),
                            .inherited = ends[1]},
                 .process = -1,
                 .policy = {}};
@@ -236,11 +154,11 @@ void Session::startServer() {
 }
 
 void Session::startBus() {
-    const auto address = "unix:path=" + folder_ + "/run/bus";
+    const auto address = "unix:path=" + home_.busSocket();
     environment_["DBUS_SESSION_BUS_ADDRESS"] = address;
     start("dbus-daemon", Role::essential,
           {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address});
-    waitUntil([this] { return fs::exists(folder_ + "/run/bus"); }, "dbus-daemon did not start");
+    waitUntil([this] { return fs::exists(home_.busSocket()); }, "dbus-daemon did not start");
     // The toolkit asks for this bus only where it runs already.
     start("dbus-send", Role::passing,
           {"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
@@ -267,7 +185,8 @@ void Session::startDesktop() {
             words.push_back(last);
         return words;
     };
-    start("openbox", Role::kept, {"openbox", "--config-file", folder_ + "/rc.xml", "--sm-disable"});
+    start("openbox", Role::kept,
+          {"openbox", "--config-file", home_.windowManagerConfig(), "--sm-disable"});
     waitUntil([this] { return stage_->windowsAreManaged(); }, "openbox manages no windows");
     start("ControlCenter", Role::kept, with({sibling("bar", "ControlCenter")}));
     for (const auto& item : options_.items)
@@ -355,13 +274,13 @@ void Session::ended(Child& child, int status) {
             child.name != "Xephyr" || (WIFEXITED(status) && WEXITSTATUS(status) != 0);
         if (failed)
             std::fprintf(stderr, "orrivane-desktop: %s ended: %s\n", child.name.c_str(),
-                         lastLines(logOf(child.name)).c_str());
+                         home_.lastWordsOf(child.name).c_str());
         result_ = failed ? 1 : 0;
     } else if (child.policy.mayRestart(now())) {
         startAgain(child);
     } else {
         std::fprintf(stderr, "orrivane-desktop: %s cannot stay and is given up: %s\n",
-                     child.name.c_str(), lastLines(logOf(child.name)).c_str());
+                     child.name.c_str(), home_.lastWordsOf(child.name).c_str());
     }
 }
 

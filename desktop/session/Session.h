@@ -1,6 +1,7 @@
 #pragma once
 
 #include <desktop/session/RestartPolicy.h>
+#include <desktop/session/SessionHome.h>
 #include <desktop/session/SessionOptions.h>
 #include <desktop/session/Spawn.h>
 #include <desktop/session/Stage.h>
@@ -41,7 +42,6 @@ class Session {
         RestartPolicy policy;
     };
 
-    void makeFolders();
     void startServer();
     void startBus();
     void startDesktop();
@@ -49,7 +49,6 @@ class Session {
     Child& start(std::string name, Role role, std::vector<std::string> arguments);
     void startAgain(Child& child);
     [[nodiscard]] std::string readLine(int descriptor, const std::string& what);
-    [[nodiscard]] std::string logOf(const std::string& name) const;
     [[nodiscard]] std::string sibling(const std::string& part, const std::string& program) const;
 
     /// Bounded; throws the sentence when it takes too long or the session is over.
@@ -62,7 +61,7 @@ class Session {
     [[nodiscard]] bool isComplete();
 
     SessionOptions options_;
-    std::string folder_;
+    SessionHome home_;
     Environment environment_;
     std::string display_;
     std::list<Child> children_;

@@ -75,6 +75,8 @@ NotchedDesktop::NotchedDesktop(const std::vector<std::string>& arguments) {
                          configFolder(), "--log",      folder_.path() + "/choices"};
     options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
     options.environment = ownEnvironment();
+    // What a session that is killed cannot take away goes with this.
+    options.environment["TMPDIR"] = folder_.path();
     options.logFile = folder_.path() + "/session.log";
     session_.emplace(std::move(options));
     const bool settled = static_cast<bool>(waitFor(
