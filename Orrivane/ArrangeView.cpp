@@ -73,7 +73,7 @@ Task<> ArrangeView::refresh() {
 
 Task<> ArrangeView::perform(StatusItemWindow item, double targetX) {
     isWorking_ = true;
-    co_await mover_.move(std::move(item), targetX);
+    co_await mover_.move(item, targetX);
     Sleep pause(settlingTime);
     co_await pause;
     co_await reload();
@@ -88,7 +88,7 @@ void ArrangeView::beginDrag(std::uint32_t id) {
 void ArrangeView::endDrag() {
     clearDrag();
     if (auto drop = std::exchange(acceptedDrop_, std::nullopt))
-        begin(perform(std::move(drop->item), drop->targetX));
+        begin(perform(drop->item, drop->targetX));
 }
 
 void ArrangeView::clearInsertion(int index) {
@@ -107,7 +107,7 @@ bool ArrangeView::performDrop() {
     clearDrag();
     if (!drop)
         return false;
-    acceptedDrop_ = std::move(drop);
+    acceptedDrop_ = drop;
     return true;
 }
 

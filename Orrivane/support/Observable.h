@@ -40,9 +40,8 @@ class Published {
         return *this;
     }
     [[nodiscard]] const T& get() const { return value_; }
-    operator const T&() const {
-        return value_;
-    } // NOLINT(google-explicit-constructor): reads as the field
+    // NOLINTNEXTLINE(google-explicit-constructor): reads as the field
+    operator const T&() const { return value_; }
 
   private:
     ObservableObject& owner_;
