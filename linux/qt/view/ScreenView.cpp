@@ -32,12 +32,23 @@ ScreenView::~ScreenView() = default;
 
 void ScreenView::setRoot(const View& root) {
     root_ = root;
-    if (!binding_ || !binding_->accepts(root)) {
-        binding_ = makeBinding(root, Axis::vertical);
+    if (binding_)
+        render();
+}
+
+void ScreenView::render() {
+    if (!binding_ || !binding_->accepts(root_)) {
+        binding_ = makeBinding(root_, Axis::vertical);
         layout_->addWidget(binding_->widget());
     }
-    binding_->update(root);
+    binding_->update(root_);
     orderFocus();
+}
+
+void ScreenView::showEvent(QShowEvent* event) {
+    if (!binding_)
+        render();
+    QWidget::showEvent(event);
 }
 
 void ScreenView::setShown(bool shown) {
