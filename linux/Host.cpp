@@ -5,7 +5,6 @@
 #include <Orrivane/platform/Platform.h>
 #include <Orrivane/platform/ShellPlatform.h>
 
-#include <linux/NoUpdater.h>
 #include <linux/SignalWatcher.h>
 #include <linux/qt/GlobalMenuExtents.h>
 #include <linux/qt/QtMainLoop.h>
@@ -20,6 +19,10 @@
 #include <linux/support/MenuBarPreferenceStore.h>
 #include <linux/support/MenuBarPreferences.h>
 #include <linux/support/SpawnLauncher.h>
+#include <linux/updater/FeedUpdater.h>
+#include <linux/updater/NetworkReleaseSource.h>
+#include <linux/updater/UpdateMemory.h>
+#include <linux/updater/UpdateWindow.h>
 #include <linux/x11/SessionCheck.h>
 #include <linux/x11/SingleInstance.h>
 #include <linux/x11/TrayProperties.h>
@@ -44,6 +47,10 @@ bool openAddress(std::string_view address) {
     return opensHere && QDesktopServices::openUrl(url);
 }
 
+bool openPackage(const std::string& path) {
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
 /// The X11 desktop: the toolkit's loop and panel over the port's own connection.
 class X11Host : public Host {
   public:
@@ -58,6 +65,10 @@ class X11Host : public Host {
         , preferences_(MenuBarPreferences::userFile())
         , login_(AutostartService::userFile(),
                  QCoreApplication::applicationFilePath().toStdString())
+        , updateMemory_(UpdateMemory::userFile())
+        , releases_(UpdateSettings::ofBuild(), PackageFolder::ofUser(), loop_)
+        , updater_({loop_, releases_, updateWindow_, updateMemory_, log_},
+                   UpdateSettings::ofBuild().running, openPackage)
         , statusBar_([this] { return trayInk(); })
         , platform_{loop_,
                     x11_.screens,
@@ -171,7 +182,10 @@ class X11Host : public Host {
     MenuBarPreferenceStore preferences_;
     SpawnLauncher launcher_;
     AutostartService login_;
-    NoUpdater updater_;
+    UpdateMemory updateMemory_;
+    NetworkReleaseSource releases_;
+    UpdateWindow updateWindow_;
+    FeedUpdater updater_;
     QtStatusBar statusBar_;
     QtPopover popover_;
     QtMainWindow window_;

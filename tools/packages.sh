@@ -1,6 +1,6 @@
 # What the scripts install. Sourced, not run.
 
-debian_build="cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev zlib1g-dev
+debian_build="cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev zlib1g-dev libsodium-dev
     libxcb1-dev libxcb-composite0-dev libxcb-dpms0-dev libxcb-randr0-dev libxcb-record0-dev
     libxcb-res0-dev libxcb-screensaver0-dev libxcb-shape0-dev libxcb-xfixes0-dev
     libxcb-xtest0-dev"
