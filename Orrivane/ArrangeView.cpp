@@ -97,6 +97,15 @@ void ArrangeView::clearInsertion(int index) {
         insertionIndex_ = std::nullopt;
 }
 
+void ArrangeView::step(std::uint32_t id, int direction) {
+    const auto item = std::ranges::find(items(), id, &StatusItemWindow::id);
+    if (isWorking_ || acceptedDrop_ || item == items().end() || draggingID().value_or(id) != id)
+        return;
+    beginDrag(id);
+    setInsertion(steppedGap(static_cast<int>(item - items().begin()), insertionIndex(), direction,
+                            static_cast<int>(items().size())));
+}
+
 void ArrangeView::clearDrag() {
     draggingID_ = std::nullopt;
     insertionIndex_ = std::nullopt;
@@ -122,6 +131,13 @@ std::optional<ArrangeView::Drop> ArrangeView::decideDrop() const {
 
 int ArrangeView::gap(double x, double tileWidth, int index) {
     return x < tileWidth * 0.5 ? index : index + 1;
+}
+
+int ArrangeView::steppedGap(int index, std::optional<int> gap, int direction, int count) {
+    const int place = gap.value_or(index) > index ? *gap - 1 : gap.value_or(index);
+    const int next = std::clamp(place + direction, 0, std::max(0, count - 1));
+    // Beside its own place either gap leaves it there; the one ahead shows which way it went.
+    return next > index || (next == index && direction > 0) ? next + 1 : next;
 }
 
 std::optional<double> ArrangeView::targetX(std::span<const StatusItemWindow> items,

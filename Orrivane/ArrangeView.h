@@ -53,6 +53,10 @@ class ArrangeView : public ObservableObject, public std::enable_shared_from_this
     /// toolkit would take the simulated drag for a part of the user's.
     void endDrag();
     void setInsertion(int gap) { insertionIndex_ = gap; }
+    /// The same drag without a pointer: the gap goes one place to the left (-1) or right (1) of
+    /// where item `id` would land now. Does nothing while another one is dragged, or a refresh or a
+    /// move is running.
+    void step(std::uint32_t id, int direction);
     /// Forgets the gap if it is one of the two beside tile `index`.
     void clearInsertion(int index);
     /// True if the drop would change the order; a move then follows the drag's end.
@@ -69,6 +73,10 @@ class ArrangeView : public ObservableObject, public std::enable_shared_from_this
     /// the one after it from the middle on. `x` is the pointer's distance from the tile's left edge
     /// and `tileWidth` the tile's width, both in points.
     static int gap(double x, double tileWidth, int index);
+
+    /// The gap that takes tile `index` of `count` one place to the left (-1) or right (1) of where
+    /// `gap` would put it, absent: of where it is. At the ends it stays.
+    static int steppedGap(int index, std::optional<int> gap, int direction, int count);
 
     /// Where in the menu bar the item `draggingID` has to be released so that it lands in gap
     /// `insertionIndex`: one point left of the item then to its right, or one point right of the

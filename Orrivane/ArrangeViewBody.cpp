@@ -101,6 +101,9 @@ View ArrangeView::tile(const StatusItemWindow& item, int index) {
         }};
     const auto beginDrag = [id = item.id](ArrangeView& self) { self.beginDrag(id); };
     const auto endDrag = [](ArrangeView& self) { self.endDrag(); };
+    const auto step = [id = item.id](ArrangeView& self, int direction) {
+        self.step(id, direction);
+    };
     return {.key = item.id,
             .tooltip = tip,
             .accessibilityName = tip,
@@ -110,7 +113,8 @@ View ArrangeView::tile(const StatusItemWindow& item, int index) {
                                     .ended = {weakly(weak, endDrag)}},
                          .target = {.updated = {[drop](double x) { drop.dropUpdated(x); }},
                                     .exited = {[drop] { drop.dropExited(); }},
-                                    .performed = {[drop] { return drop.performDrop(); }}}}};
+                                    .performed = {[drop] { return drop.performDrop(); }}},
+                         .stepped = {weakly(weak, step)}}};
 }
 
 Drawing ArrangeView::tileDrawing(const StatusItemWindow& item, int index) const {

@@ -29,10 +29,15 @@ struct DropTarget {
 };
 
 /// A picture, exactly as large as its drawing, that can be dragged and dropped on.
+///
+/// The keyboard drags it too: each `stepped` takes it one place to the left (-1) or to the right
+/// (1) and begins the drag if none is under way. When the keys are up again, `target.performed` of
+/// the same tile drops it; without that the drag is cancelled. Either way `source.ended` follows.
 struct Tile {
     Drawing content = {};
     DragSource source = {};
     DropTarget target = {};
+    ValueAction<int> stepped = {};
 
     friend bool operator==(const Tile&, const Tile&) = default;
 };

@@ -199,6 +199,19 @@ TEST_F(ArrangeViewBodyTest, theTilesTakePartInADragFromBeginningToEnd) {
     EXPECT_EQ(moves[0].toX, 1013);
 }
 
+TEST_F(ArrangeViewBodyTest, theTilesAreMovedByStepsToo) {
+    appear();
+    tile(3).stepped.run(-1);
+    EXPECT_EQ(view->draggingID(), 14U);
+    EXPECT_EQ(view->insertionIndex(), 2);
+    EXPECT_TRUE(tile(3).target.performed.run());
+    tile(3).source.ended.run();
+    world.loop.runUntilIdle();
+    ASSERT_EQ(moves.size(), 1U);
+    EXPECT_EQ(moves[0].item.id, 14U);
+    EXPECT_EQ(moves[0].toX, 939);
+}
+
 TEST_F(ArrangeViewBodyTest, leavingATileTakesItsLineAway) {
     appear();
     tile(2).target.updated.run(0);
@@ -212,6 +225,7 @@ TEST_F(ArrangeViewBodyTest, actionsOfAViewThatIsGoneDoNothing) {
     appear();
     view.reset();
     tile(1).source.began.run();
+    tile(1).stepped.run(1);
     tile(1).target.updated.run(3);
     EXPECT_FALSE(tile(1).target.performed.run());
     tile(1).source.ended.run();

@@ -140,6 +140,65 @@ TEST_F(ArrangeViewMoveTest, aDropThatComesAfterItsDragsEndIsRefused) {
     EXPECT_TRUE(moves.empty());
 }
 
+TEST_F(ArrangeViewMoveTest, aStepIsADragToTheNextGap) {
+    appear();
+    view->step(13, -1);
+    EXPECT_EQ(view->draggingID(), 13U);
+    EXPECT_EQ(view->insertionIndex(), 1);
+    world.loop.advance(5);
+    EXPECT_TRUE(moves.empty());
+    EXPECT_TRUE(view->performDrop());
+    view->endDrag();
+    world.loop.runUntilIdle();
+    ASSERT_EQ(moves.size(), 1U);
+    EXPECT_EQ(moves[0].item.id, 13U);
+    EXPECT_EQ(moves[0].toX, 899);
+}
+
+TEST_F(ArrangeViewMoveTest, stepsAddUpBeforeTheDrop) {
+    appear();
+    view->step(12, 1);
+    view->step(12, 1);
+    view->step(12, 1);
+    EXPECT_EQ(view->insertionIndex(), 4);
+    EXPECT_TRUE(view->performDrop());
+    view->endDrag();
+    world.loop.runUntilIdle();
+    ASSERT_EQ(moves.size(), 1U);
+    EXPECT_EQ(moves[0].toX, 1013);
+}
+
+TEST_F(ArrangeViewMoveTest, aStepBeyondTheEndMovesNothing) {
+    appear();
+    view->step(14, 1);
+    EXPECT_FALSE(view->performDrop());
+    view->step(11, -1);
+    EXPECT_FALSE(view->performDrop());
+    view->endDrag();
+    world.loop.advance(5);
+    EXPECT_TRUE(moves.empty());
+    EXPECT_FALSE(isDragging());
+}
+
+TEST_F(ArrangeViewMoveTest, aStepOfAnotherItemLeavesTheDragUnderWayAlone) {
+    appear();
+    view->beginDrag(12);
+    view->setInsertion(0);
+    view->step(13, 1);
+    EXPECT_EQ(view->draggingID(), 12U);
+    EXPECT_EQ(view->insertionIndex(), 0);
+    view->endDrag();
+    view->step(99, 1);
+    EXPECT_FALSE(isDragging());
+}
+
+TEST_F(ArrangeViewMoveTest, nothingIsTakenUpWhileAMoveIsInProgress) {
+    appear();
+    ASSERT_TRUE(dragAndDrop(13, 0));
+    view->step(12, 1);
+    EXPECT_FALSE(isDragging());
+}
+
 TEST_F(ArrangeViewMoveTest, afterAMoveItWaits700MillisecondsAndReadsTheBarAgain) {
     appear();
     const auto censuses = world.journal.count("allWindows");

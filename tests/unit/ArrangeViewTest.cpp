@@ -41,6 +41,32 @@ TEST(ArrangeViewTest, aPointerThatIsNowhereCountsAsTheRightHalf) {
     EXPECT_EQ(ArrangeView::gap(std::numeric_limits<double>::quiet_NaN(), 30, 2), 3);
 }
 
+TEST(ArrangeViewTest, aStepGoesToTheNextGapThatMovesTheTile) {
+    EXPECT_EQ(ArrangeView::steppedGap(2, std::nullopt, -1, 5), 1);
+    EXPECT_EQ(ArrangeView::steppedGap(2, std::nullopt, 1, 5), 4);
+}
+
+TEST(ArrangeViewTest, furtherStepsGoOnFromTheGapReached) {
+    EXPECT_EQ(ArrangeView::steppedGap(2, 1, -1, 5), 0);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 4, 1, 5), 5);
+    EXPECT_EQ(ArrangeView::steppedGap(0, 4, -1, 5), 3);
+}
+
+TEST(ArrangeViewTest, aStepBackLeavesTheTileWhereItWas) {
+    EXPECT_EQ(ArrangeView::steppedGap(2, 1, 1, 5), 3);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 4, -1, 5), 2);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 3, -1, 5), 1);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 2, 1, 5), 4);
+}
+
+TEST(ArrangeViewTest, stepsEndAtTheEndsOfTheRow) {
+    EXPECT_EQ(ArrangeView::steppedGap(0, std::nullopt, -1, 5), 0);
+    EXPECT_EQ(ArrangeView::steppedGap(4, std::nullopt, 1, 5), 5);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 0, -1, 5), 0);
+    EXPECT_EQ(ArrangeView::steppedGap(2, 5, 1, 5), 5);
+    EXPECT_EQ(ArrangeView::steppedGap(0, std::nullopt, 1, 1), 1);
+}
+
 TEST(ArrangeViewTest, aTileDroppedWhereItIsMovesNothing) {
     const auto items = menuBar();
     EXPECT_EQ(ArrangeView::targetX(items, 103, 3), std::nullopt);
