@@ -68,6 +68,8 @@ void ChildList::fillLayout() {
         const bool fills = axis_ == Axis::vertical && child->fillsWidth();
         layout_.addWidget(widget, 0, fills ? Qt::Alignment() : across(axis_, alignment_));
         child->settleVisibility();
+        // Assistive programs read siblings in the order in which they lie above each other.
+        widget->raise();
     }
     // What is left of a row stays empty instead of stretching its children.
     if (axis_ == Axis::horizontal && !fillsWidth())

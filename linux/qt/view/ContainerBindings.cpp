@@ -1,6 +1,7 @@
 #include <linux/qt/view/ContainerBindings.h>
 
 #include <linux/qt/view/ChildList.h>
+#include <linux/qt/view/FocusRing.h>
 #include <linux/qt/view/GroupBoxWidget.h>
 
 #include <QGridLayout>
@@ -149,7 +150,7 @@ class DisclosureBinding : public Binding {
   public:
     explicit DisclosureBinding(const View& first)
         : Binding(first, new QWidget)
-        , heading_(new QToolButton)
+        , heading_(new WithFocusRing<QToolButton>)
         , content_(new QWidget)
         , list_(*bareLayout(content_, Axis::vertical), Axis::vertical, Alignment::leading) {
         auto* layout = bareLayout(inner(), Axis::vertical);

@@ -1,5 +1,6 @@
 #include <linux/qt/view/ControlBindings.h>
 
+#include <linux/qt/view/FocusRing.h>
 #include <linux/qt/view/PlainButton.h>
 #include <linux/qt/view/RoleFonts.h>
 #include <linux/qt/view/SpinnerWidget.h>
@@ -20,7 +21,7 @@ QAbstractButton* makeButton(ButtonStyle style) {
     case ButtonStyle::plain:
         return new PlainButton;
     case ButtonStyle::borderless: {
-        auto* button = new QToolButton;
+        auto* button = new WithFocusRing<QToolButton>;
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::StrongFocus);
         return button;
@@ -28,7 +29,7 @@ QAbstractButton* makeButton(ButtonStyle style) {
     case ButtonStyle::bordered:
         break;
     }
-    auto* button = new QPushButton;
+    auto* button = new WithFocusRing<QPushButton>;
     button->setAutoDefault(false);
     return button;
 }

@@ -1,6 +1,8 @@
 #include <linux/qt/view/ControlBindings.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -9,6 +11,8 @@
 namespace orrivane {
 
 namespace {
+
+constexpr QSize iconSize(48, 48); // points
 
 /// A question as a window of its own over the screen's window.
 class DialogBinding : public Binding {
@@ -29,15 +33,17 @@ class DialogBinding : public Binding {
 
   private:
     void open() {
-        box_ = new QMessageBox(QMessageBox::Question, text(node_.title), text(node_.title),
+        box_ = new QMessageBox(QMessageBox::NoIcon, text(node_.title), text(node_.title),
                                QMessageBox::NoButton, inner()->window());
+        box_->setIconPixmap(qApp->windowIcon().pixmap(iconSize, box_->devicePixelRatio()));
         box_->setInformativeText(text(node_.message));
         box_->setAttribute(Qt::WA_DeleteOnClose);
         box_->setWindowModality(Qt::WindowModal);
         for (const auto& each : node_.buttons) {
             const bool cancels = each.role == DialogButtonRole::cancel;
-            auto* button = box_->addButton(text(each.title), cancels ? QMessageBox::RejectRole
-                                                                     : QMessageBox::ActionRole);
+            auto* button = box_->addButton(label(each.title), cancels ? QMessageBox::RejectRole
+                                                                      : QMessageBox::ActionRole);
+            button->setAccessibleName(text(each.title));
             if (cancels)
                 box_->setEscapeButton(button);
             if (&each == node_.buttons.data())

@@ -1,8 +1,7 @@
 #include <linux/qt/view/PlainButton.h>
 
 #include <linux/qt/view/DrawnWidget.h>
-
-#include <QPainter>
+#include <linux/qt/view/FocusRing.h>
 
 namespace orrivane {
 
@@ -16,12 +15,8 @@ void PlainButton::setDrawing(const Drawing& drawing) {
 
 void PlainButton::paintEvent(QPaintEvent*) {
     paintDrawing(*this, drawing_);
-    if (!hasFocus())
-        return;
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), 1.5));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(0.75, 0.75, -0.75, -0.75), 4, 4);
+    if (hasFocus())
+        paintFocusRing(*this);
 }
 
 } // namespace orrivane

@@ -36,11 +36,16 @@ class VerticalScrollBinding : public Binding {
     explicit VerticalScrollBinding(const View& first)
         : Binding(first, new BareScrollArea)
         , content_(makeContent(*area()))
-        , layout_(new QVBoxLayout(content_))
+        , layout_(new QVBoxLayout)
         , list_(*layout_, Axis::vertical, Alignment::leading) {
-        layout_->setContentsMargins(0, 0, 0, 0);
-        // What is left below the column stays empty.
-        layout_->setAlignment(Qt::AlignTop);
+        // What is left below the column stays empty. (An alignment would not do: it gives a column
+        // of broken lines the height that they had unbroken.)
+        auto* whole = new QVBoxLayout(content_);
+        for (auto* each : {whole, layout_})
+            each->setContentsMargins(0, 0, 0, 0);
+        whole->setSpacing(0);
+        whole->addLayout(layout_);
+        whole->addStretch(1);
         area()->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         inner()->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
         content_->installEventFilter(this);
@@ -71,9 +76,10 @@ class VerticalScrollBinding : public Binding {
     void report() {
         if (!inner() || !inner()->isVisible())
             return;
-        const int height = layout_->hasHeightForWidth()
-                               ? layout_->totalHeightForWidth(content_->width())
-                               : layout_->totalSizeHint().height();
+        const auto* whole = content_->layout();
+        const int height = whole->hasHeightForWidth()
+                               ? whole->totalHeightForWidth(content_->width())
+                               : whole->totalSizeHint().height();
         if (std::exchange(reported_, height) == height)
             return;
         const auto changed = changed_;

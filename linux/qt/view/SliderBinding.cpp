@@ -1,5 +1,6 @@
 #include <linux/qt/view/ControlBindings.h>
 
+#include <linux/qt/view/FocusRing.h>
 #include <linux/qt/view/RoleFonts.h>
 #include <linux/qt/view/TextLabel.h>
 
@@ -25,13 +26,22 @@ int stepOf(const Slider& slider, double value) {
     return std::isfinite(step) ? static_cast<int>(std::clamp(step, 0.0, double(steps(slider)))) : 0;
 }
 
+// Where the control's own count begins. Where it can, it counts in the values themselves, because
+// assistive programs read it.
+int lowest(const Slider& slider) {
+    constexpr double most = 1e6;
+    const bool counts = slider.step == 1 && std::abs(slider.minimum) <= most &&
+                        slider.minimum == std::round(slider.minimum);
+    return counts ? static_cast<int>(slider.minimum) : 0;
+}
+
 class SliderBinding : public Binding {
   public:
     explicit SliderBinding(const View& first)
         : Binding(first, new QWidget)
         , label_(new TextLabel)
         , low_(new TextLabel)
-        , slider_(new QSlider(Qt::Horizontal))
+        , slider_(new WithFocusRing<QSlider>(Qt::Horizontal))
         , high_(new TextLabel) {
         auto* layout = new QHBoxLayout(inner());
         layout->setContentsMargins(0, 0, 0, 0);
@@ -46,7 +56,8 @@ class SliderBinding : public Binding {
         slider_->setFocusPolicy(Qt::StrongFocus);
         slider_->setSingleStep(1);
         slider_->setMinimumWidth(120);
-        QObject::connect(slider_, &QSlider::valueChanged, this, [this](int step) { moved(step); });
+        QObject::connect(slider_, &QSlider::valueChanged, this,
+                         [this](int position) { moved(position); });
     }
 
     bool fillsWidth() const override { return true; }
@@ -64,19 +75,19 @@ class SliderBinding : public Binding {
         high_->setText(text(node_.maximumLabel));
         slider_->setAccessibleName(text(node_.label));
         applying_ = true;
-        slider_->setRange(0, steps(node_));
+        slider_->setRange(lowest(node_), lowest(node_) + steps(node_));
         slider_->setPageStep(std::max(1, steps(node_) / 4));
-        slider_->setValue(stepOf(node_, node_.value));
+        slider_->setValue(lowest(node_) + stepOf(node_, node_.value));
         applying_ = false;
     }
 
   private:
-    void moved(int step) {
+    void moved(int position) {
         if (applying_)
             return;
         const auto changed = node_.changed;
         if (changed.run)
-            changed.run(node_.minimum + step * node_.step);
+            changed.run(node_.minimum + (position - lowest(node_)) * node_.step);
     }
 
     Slider node_;

@@ -27,8 +27,11 @@ QSize TextLabel::sizeHint() const {
     const QFontMetricsF metrics(font());
     double longest = 0;
     const auto lines = text().split(u'\n');
+    constexpr QRectF plentyOfRoom(0, 0, 1e5, 1e5);
     for (const auto& line : lines)
-        longest = std::max(longest, metrics.horizontalAdvance(line));
+        // The second one counts what the last letter reaches beyond its own width.
+        longest = std::max({longest, metrics.horizontalAdvance(line),
+                            metrics.boundingRect(plentyOfRoom, Qt::AlignLeft, line).width()});
     QSize size(static_cast<int>(std::ceil(longest)),
                static_cast<int>(std::ceil(metrics.lineSpacing() * double(lines.size()))));
     // The toolkit breaks a line that fits to the last pixel or two.
