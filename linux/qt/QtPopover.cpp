@@ -18,8 +18,9 @@ namespace orrivane {
 
 class QtPopover::Window : public QWidget {
   public:
-    Window()
-        : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint) {
+    explicit Window(WatchPresses watchPresses)
+        : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
+        , watchPresses_(std::move(watchPresses)) {
         setWindowTitle(QStringLiteral("Orrivane"));
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(1, 1, 1, 1);
@@ -50,9 +51,12 @@ class QtPopover::Window : public QWidget {
     void showEvent(QShowEvent* event) override {
         QWidget::showEvent(event);
         screen->setShown(true);
+        if (watchPresses_)
+            presses_ = watchPresses_([this] { closeIfPressedOutside(); });
     }
     void hideEvent(QHideEvent* event) override {
         QWidget::hideEvent(event);
+        presses_.reset();
         screen->setShown(false);
     }
     void paintEvent(QPaintEvent*) override {
@@ -64,6 +68,14 @@ class QtPopover::Window : public QWidget {
     }
 
   private:
+    // The icon opens and closes it by itself, and the tray beside the notch leaves it open.
+    void closeIfPressedOutside() {
+        const auto place = QCursor::pos();
+        if (isVisible() && !QApplication::activeModalWidget() && !anchor.contains(place) &&
+            !QApplication::topLevelAt(place))
+            hide();
+    }
+
     void closeUnlessOurs() {
         if (!isVisible() || isActiveWindow() || QApplication::activeModalWidget() ||
             anchor.contains(QCursor::pos()) || QGuiApplication::mouseButtons() != Qt::NoButton)
@@ -74,10 +86,13 @@ class QtPopover::Window : public QWidget {
                 return;
         hide();
     }
+
+    WatchPresses watchPresses_;
+    Subscription presses_;
 };
 
-QtPopover::QtPopover()
-    : window_(std::make_unique<Window>()) {}
+QtPopover::QtPopover(WatchPresses watchPresses)
+    : window_(std::make_unique<Window>(std::move(watchPresses))) {}
 QtPopover::~QtPopover() = default;
 
 QWidget* QtPopover::widget() const {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <Orrivane/platform/Popover.h>
+#include <Orrivane/support/Subscription.h>
 
 #include <QPointer>
 #include <QRect>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -13,12 +15,16 @@ namespace orrivane {
 
 class ScreenView;
 
-/// A frameless window under the own icon. It closes when another window takes the keyboard, by
-/// Escape, and by a second click on the icon; a question it asks, and a drag that begins in it, do
-/// not close it.
+/// A frameless window under the own icon. It closes when another window takes the keyboard, by a
+/// press outside the program's windows, by Escape, and by a second click on the icon; a question it
+/// asks, and a drag that begins in it, do not close it.
 class QtPopover : public Popover {
   public:
-    QtPopover();
+    /// Begins to tell of presses of mouse buttons anywhere, until the handle dies.
+    using WatchPresses = std::function<Subscription(std::function<void()> pressed)>;
+
+    /// Without `watchPresses`, presses where nothing takes the keyboard leave it open.
+    explicit QtPopover(WatchPresses watchPresses = nullptr);
     ~QtPopover() override;
 
     void setRoot(const View& root) override;

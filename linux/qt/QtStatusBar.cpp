@@ -13,13 +13,15 @@ namespace orrivane {
 
 namespace {
 
-QPixmap drawnPixmap(const Drawing& drawing, int side, const QColor& ink, bool badge) {
-    QPixmap pixmap(side, side);
+QPixmap drawnPixmap(const Drawing& drawing, int cell, const QColor& ink, bool badge, double fill) {
+    QPixmap pixmap(cell, cell);
     pixmap.fill(Qt::transparent);
+    const int margin = qRound(cell * (1 - fill) / 2);
+    const int side = cell - 2 * margin;
     const double longest = std::max({drawing.size.width, drawing.size.height, 1.0});
     const double scale = side / longest;
     const QSize size(qRound(drawing.size.width * scale), qRound(drawing.size.height * scale));
-    const QPoint corner((side - size.width()) / 2, (side - size.height()) / 2);
+    const QPoint corner((cell - size.width()) / 2, (cell - size.height()) / 2);
     const auto palette = QGuiApplication::palette();
     QPainter painter(&pixmap);
     DrawingPainter(painter, palette).draw(drawing, QRect(corner, size));
@@ -33,22 +35,22 @@ QPixmap drawnPixmap(const Drawing& drawing, int side, const QColor& ink, bool ba
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
         painter.setBrush(roleColor(ColorRole::red, palette));
-        painter.drawEllipse(QRectF(side - dot, 0, dot, dot));
+        painter.drawEllipse(QRectF(margin + side - dot, margin, dot, dot));
     }
     return pixmap;
 }
 
 } // namespace
 
-QIcon drawnIcon(const Drawing& drawing, const QColor& ink, bool badge) {
+QIcon drawnIcon(const Drawing& drawing, const QColor& ink, bool badge, double fill) {
     QIcon icon;
-    for (const int side : {16, 22, 24, 32, 44, 48, 64, 128})
-        icon.addPixmap(drawnPixmap(drawing, side, ink, badge));
+    for (const int side : {16, 22, 24, 32, 37, 44, 48, 64, 74, 128})
+        icon.addPixmap(drawnPixmap(drawing, side, ink, badge, fill));
     return icon;
 }
 
-QtStatusItem::QtStatusItem(Ink ink)
-    : ink_(std::move(ink)) {
+QtStatusItem::QtStatusItem(Look look)
+    : look_(std::move(look)) {
     QObject::connect(&icon_, &QSystemTrayIcon::activated, [this](auto) {
         const auto action = action_; // it may remove the item
         if (action)
@@ -73,9 +75,9 @@ void QtStatusItem::setToolTip(const std::optional<std::string>& toolTip) {
 }
 
 void QtStatusItem::show() {
-    const auto ink = ink_ ? ink_() : std::nullopt;
-    icon_.setIcon(drawnIcon(
-        image_, ink.value_or(QGuiApplication::palette().color(QPalette::WindowText)), badge_));
+    const auto look = look_ ? look_() : StatusIconLook();
+    const auto text = QGuiApplication::palette().color(QPalette::WindowText);
+    icon_.setIcon(drawnIcon(image_, look.ink.value_or(text), badge_, look.fill));
     icon_.show();
 }
 
@@ -85,7 +87,7 @@ std::optional<QRect> QtStatusItem::place() const {
 }
 
 std::unique_ptr<StatusItem> QtStatusBar::createItem(double) {
-    return std::make_unique<QtStatusItem>(ink_);
+    return std::make_unique<QtStatusItem>(look_);
 }
 
 } // namespace orrivane

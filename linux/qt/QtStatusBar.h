@@ -14,14 +14,20 @@
 
 namespace orrivane {
 
+/// How a tray wants icons to look.
+struct StatusIconLook {
+    std::optional<QColor> ink; ///< absent: as the toolkit writes text
+    double fill = 1;           ///< part of the cell's side that the figure takes
+};
+
 /// The own icon in whatever tray the desktop has. Trays show no text, so a title becomes a dot on
 /// the icon.
 class QtStatusItem : public StatusItem {
   public:
-    using Ink = std::function<std::optional<QColor>()>;
+    using Look = std::function<StatusIconLook()>;
 
-    /// `ink` tells what the tray wants icons painted in, if it says so.
-    explicit QtStatusItem(Ink ink);
+    /// `look` is asked again whenever the icon is drawn.
+    explicit QtStatusItem(Look look);
 
     [[nodiscard]] bool hasButton() const override { return true; }
     void setImage(const Drawing& image) override;
@@ -36,7 +42,7 @@ class QtStatusItem : public StatusItem {
   private:
     void show();
 
-    Ink ink_;
+    Look look_;
     QSystemTrayIcon icon_;
     Drawing image_;
     bool badge_ = false;
@@ -45,17 +51,17 @@ class QtStatusItem : public StatusItem {
 
 class QtStatusBar : public StatusBar {
   public:
-    explicit QtStatusBar(QtStatusItem::Ink ink)
-        : ink_(std::move(ink)) {}
+    explicit QtStatusBar(QtStatusItem::Look look)
+        : look_(std::move(look)) {}
 
     [[nodiscard]] std::unique_ptr<StatusItem> createItem(double length) override;
 
   private:
-    QtStatusItem::Ink ink_;
+    QtStatusItem::Look look_;
 };
 
 /// A drawing as an icon in every size that trays and window lists use, its template coloured with
-/// `ink`; with a dot at the upper right if `badge`.
-QIcon drawnIcon(const Drawing& drawing, const QColor& ink, bool badge);
+/// `ink`; with a dot at the upper right if `badge`. The figure takes the part `fill` of the side.
+QIcon drawnIcon(const Drawing& drawing, const QColor& ink, bool badge, double fill = 1);
 
 } // namespace orrivane
