@@ -1,0 +1,48 @@
+#import <macos/appkit/AppKitPopover.h>
+
+#import <macos/appkit/AppKitStatusBar.h>
+#import <macos/appkit/Conversions.h>
+#import <macos/appkit/PopoverController.h>
+#import <macos/view/ScreenView.h>
+
+namespace orrivane {
+
+AppKitPopover::AppKitPopover()
+    : popover_([[NSPopover alloc] init]),
+      controller_([[ORVPopoverController alloc] initWithPopover:popover_]) {
+    popover_.behavior = NSPopoverBehaviorTransient;
+    popover_.delegate = controller_;
+}
+
+AppKitPopover::~AppKitPopover() { [popover_ close]; }
+
+void AppKitPopover::setRoot(const View& root) {
+    [controller_.screenView setRoot:root];
+    // It makes the popover as large as the view, so it is done once, and the size comes after it.
+    if (popover_.contentViewController == nil)
+        popover_.contentViewController = controller_;
+}
+
+void AppKitPopover::setContentSize(Size size) {
+    controller_.preferredContentSize = toNSSize(size);
+    [controller_.screenView setFrameSize:toNSSize(size)];
+    popover_.contentSize = toNSSize(size);
+}
+
+bool AppKitPopover::isShown() { return popover_.shown; }
+
+void AppKitPopover::show(StatusItem& below) {
+    const auto* item = dynamic_cast<AppKitStatusItem*>(&below);
+    auto* button = item != nullptr ? item->button() : nil;
+    // Without a window or a content the popover would raise an exception.
+    if (button.window == nil || popover_.contentViewController == nil)
+        return;
+    if ([controller_ takeClosingClick])
+        return;
+    [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
+    [controller_.view.window makeKeyWindow];
+}
+
+void AppKitPopover::performClose() { [popover_ performClose:nil]; }
+
+} // namespace orrivane

@@ -1,0 +1,111 @@
+#import <macos/appkit/MakeUpdater.h>
+
+#import <macos/appkit/Conversions.h>
+#import <macos/appkit/MainThread.h>
+#import <macos/appkit/Observation.h>
+
+#import <Sparkle/Sparkle.h>
+
+/// Forwards what the updater asks and tells. All of its methods are optional to the updater: one
+/// with a wrong name would compile and never be called.
+@interface ORVUpdaterDelegate : NSObject <SPUStandardUserDriverDelegate>
+/// `delegate` lives as long as the updater calls this object.
+- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate;
+@end
+
+@implementation ORVUpdaterDelegate {
+    orrivane::UpdaterDelegate* _delegate;
+}
+
+- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate {
+    self = [super init];
+    if (self != nil)
+        _delegate = delegate;
+    return self;
+}
+
+- (BOOL)supportsGentleScheduledUpdateReminders {
+    bool supports = false;
+    orrivane::callOut([&] { supports = _delegate->supportsGentleScheduledUpdateReminders(); });
+    return supports;
+}
+
+- (BOOL)standardUserDriverShouldHandleShowingScheduledUpdate:(SUAppcastItem*)__unused update
+                                         andInImmediateFocus:(BOOL)immediateFocus {
+    bool shows = false;
+    orrivane::callOut(
+        [&] { shows = _delegate->shouldHandleShowingScheduledUpdate(immediateFocus); });
+    return shows;
+}
+
+- (void)standardUserDriverWillHandleShowingUpdate:(BOOL)handleShowingUpdate
+                                        forUpdate:(SUAppcastItem*)update
+                                            state:(SPUUserUpdateState*)__unused state {
+    orrivane::callOut([&] {
+        _delegate->willHandleShowingUpdate(handleShowingUpdate,
+                                           orrivane::toString(update.displayVersionString));
+    });
+}
+
+- (void)standardUserDriverDidReceiveUserAttentionForUpdate:(SUAppcastItem*)__unused update {
+    orrivane::callOut([&] { _delegate->didReceiveUserAttention(); });
+}
+
+- (void)standardUserDriverWillFinishUpdateSession {
+    orrivane::callOut([&] { _delegate->willFinishUpdateSession(); });
+}
+
+@end
+
+namespace orrivane {
+
+namespace {
+
+bool bundleSays(NSString* key) {
+    const id value = [NSBundle.mainBundle objectForInfoDictionaryKey:key];
+    return [value isKindOfClass:NSString.class] && [value length] != 0;
+}
+
+// An updater that is started without them reports the mistake to the user.
+bool isConfigured() { return bundleSays(@"SUFeedURL") && bundleSays(@"SUPublicEDKey"); }
+
+/// Sparkle. Without a feed and a key in the bundle it is made, but not started.
+class SparkleUpdater : public Updater {
+  public:
+    void create(UpdaterDelegate& delegate) override {
+        isStarted_ = isConfigured();
+        delegate_ = [[ORVUpdaterDelegate alloc] initWithDelegate:&delegate];
+        controller_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:isStarted_
+                                                                    updaterDelegate:nil
+                                                                 userDriverDelegate:delegate_];
+    }
+    void checkForUpdates() override {
+        if (isStarted_)
+            [controller_ checkForUpdates:nil];
+    }
+    bool canCheckForUpdates() override {
+        return isStarted_ && controller_.updater.canCheckForUpdates;
+    }
+    Subscription observeCanCheck(std::function<void()> changed) override {
+        const auto options = NSKeyValueObservingOptionNew | NSKeyValueObservingOptionInitial;
+        return observeKeyPath(controller_.updater, @"canCheckForUpdates", options,
+                              std::move(changed));
+    }
+    bool automaticallyChecksForUpdates() override {
+        return controller_.updater.automaticallyChecksForUpdates;
+    }
+    void setAutomaticallyChecksForUpdates(bool automatically) override {
+        controller_.updater.automaticallyChecksForUpdates = automatically;
+    }
+
+  private:
+    bool isStarted_ = false;
+    ORVUpdaterDelegate* delegate_ = nil; // the controller does not keep it
+    SPUStandardUpdaterController* controller_ = nil;
+};
+
+} // namespace
+
+std::unique_ptr<Updater> makeUpdater() { return std::make_unique<SparkleUpdater>(); }
+
+} // namespace orrivane
