@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orrivane {
@@ -21,6 +22,14 @@ int fail(const std::string& sentence) {
     return 1;
 }
 
+ItemMover moverOf(Host& host) {
+    return {[&host](StatusItemWindow item, double toX) {
+                auto own = host.moveItem(item, toX);
+                return own ? std::move(*own) : MoveEngine::move(item, toX);
+            },
+            [&host] { return host.arrangeLimitation(); }};
+}
+
 int run(Host& host) {
     auto& captures = CaptureService::shared();
     auto& strip = StripController::shared();
@@ -28,14 +37,9 @@ int run(Host& host) {
     auto& notifications = NotificationCenter::defaultCenter();
     const auto& platform = host.platform();
     const auto& shell = host.shellPlatform();
-    const MainView::Services services{
-        captures,
-        strip,
-        updates,
-        notifications,
-        {[](StatusItemWindow item, double toX) { return MoveEngine::move(item, toX); },
-         [&host] { return host.arrangeLimitation(); }},
-        [&host] { return host.squeezeLimitation(); }};
+    const MainView::Services services{captures,      strip,
+                                      updates,       notifications,
+                                      moverOf(host), [&host] { return host.squeezeLimitation(); }};
     AppDelegate delegate(platform, shell, {captures, strip, updates, notifications},
                          [&](bool inWindow, std::function<void(const View&)> setRoot) {
                              return MainView::create(inWindow, platform, shell, services,

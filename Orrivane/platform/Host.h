@@ -1,6 +1,8 @@
 #pragma once
 
+#include <Orrivane/WindowCensus.h>
 #include <Orrivane/support/Geometry.h>
+#include <Orrivane/support/Task.h>
 
 #include <cstdint>
 #include <memory>
@@ -35,6 +37,12 @@ class Host {
     /// as it is now; empty where it can.
     [[nodiscard]] virtual std::string arrangeLimitation() = 0;
     [[nodiscard]] virtual std::string squeezeLimitation() = 0;
+
+    /// Moves an item to `toX` (global points) where the desktop as it is now has a way of its own;
+    /// true when it was told of a new order. Absent where a drag with Command held is the way.
+    [[nodiscard]] virtual std::optional<Task<bool>> moveItem(const StatusItemWindow&, double) {
+        return std::nullopt;
+    }
 
     /// Runs the loop to the program's end and gives the exit status. `delegate` outlives the call.
     virtual int run(ApplicationDelegate& delegate) = 0;

@@ -1,0 +1,42 @@
+#include <linux/hosts/TrayHostKind.h>
+
+#include <charconv>
+#include <string_view>
+
+namespace orrivane {
+
+namespace {
+
+std::string_view fileName(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+int numberIn(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number > 0 ? number : 0;
+}
+
+// The panel runs each of its plugins in a process: wrapper-2.0, the plugin's library, its number.
+// The process calls itself after the plugin, cut short, so its name says less.
+int xfceTrayPlugin(const HostProcess& process) {
+    if (process.arguments.size() < 3 || !fileName(process.arguments[0]).starts_with("wrapper-") ||
+        fileName(process.arguments[1]) != "libsystray.so" ||
+        process.arguments[1].find("/xfce4/panel/") == std::string::npos)
+        return 0;
+    return numberIn(process.arguments[2]);
+}
+
+} // namespace
+
+TrayHostChoice trayHostOf(const std::optional<HostProcess>& owner) {
+    if (!owner)
+        return {};
+    if (owner->name == "tint2")
+        return {TrayHostKind::tint2};
+    if (const int plugin = xfceTrayPlugin(*owner); plugin != 0)
+        return {TrayHostKind::xfcePanel, plugin};
+    return {};
+}
+
+} // namespace orrivane
