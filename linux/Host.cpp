@@ -6,6 +6,9 @@
 #include <Orrivane/platform/ShellPlatform.h>
 
 #include <linux/SignalWatcher.h>
+#include <linux/hosts/ForeignHosts.h>
+#include <linux/hosts/RestartLauncher.h>
+#include <linux/qt/ColorScheme.h>
 #include <linux/qt/GlobalMenuExtents.h>
 #include <linux/qt/QtMainLoop.h>
 #include <linux/qt/QtMainWindow.h>
@@ -23,6 +26,7 @@
 #include <linux/updater/NetworkReleaseSource.h>
 #include <linux/updater/UpdateMemory.h>
 #include <linux/updater/UpdateWindow.h>
+#include <linux/x11/PressWatcher.h>
 #include <linux/x11/SessionCheck.h>
 #include <linux/x11/SingleInstance.h>
 #include <linux/x11/TrayProperties.h>
@@ -69,7 +73,9 @@ class X11Host : public Host {
         , releases_(UpdateSettings::ofBuild(), PackageFolder::ofUser(), loop_)
         , updater_({loop_, releases_, updateWindow_, updateMemory_, log_},
                    UpdateSettings::ofBuild().running, openPackage)
-        , statusBar_([this] { return trayInk(); })
+        , statusBar_([this] { return trayLook(); })
+        , presses_(*connection_)
+        , popover_([this](auto pressed) { return presses_.watch(std::move(pressed)); })
         , platform_{loop_,
                     x11_.screens,
                     x11_.windowList,
@@ -80,8 +86,8 @@ class X11Host : public Host {
                     x11_.workspace,
                     panel_,
                     log_}
-        , shell_{x11_.eventPoster, preferences_, launcher_, login_,
-                 updater_,         statusBar_,   popover_,  window_} {
+        , shell_{x11_.eventPoster, preferences_, restarter_, login_,
+                 updater_,         statusBar_,   popover_,   window_} {
         if (auto* toolkit = application_->nativeInterface<QNativeInterface::QX11Application>())
             x11_.items.addOwnClient(connection_->clientOf(xcb_generate_id(toolkit->connection())));
         x11_.ownWindows.setMainWindow([this] { return window_.isVisible(); });
@@ -104,12 +110,17 @@ class X11Host : public Host {
     std::string arrangeLimitation() override {
         if (x11::trayIsAMenuBar(*connection_))
             return {};
-        return "The tray of this desktop does not let its icons be moved.";
+        return foreignHosts_.arrangeLimitation().value_or(
+            "The tray of this desktop does not let its icons be moved.");
     }
     std::string squeezeLimitation() override {
         if (x11::trayIsAMenuBar(*connection_))
             return {};
-        return "The tray of this desktop does not read the spacing; it is stored all the same.";
+        return foreignHosts_.squeezeLimitation().value_or(
+            "The tray of this desktop does not read the spacing; it is stored all the same.");
+    }
+    std::optional<Task<bool>> moveItem(const StatusItemWindow& item, double toX) override {
+        return foreignHosts_.move(item, toX);
     }
 
     int run(ApplicationDelegate& delegate) override {
@@ -118,7 +129,10 @@ class X11Host : public Host {
             drawnIcon(MenuBarIcon::image(), QColor(0x3d, 0x6f, 0xd8), false));
         delegate.applicationDidFinishLaunching();
         // D-Bus is not needed for the first tray, so it does not hold it up.
-        loop_.post([this] { watchForSleep(); });
+        loop_.post([this] {
+            watchForSleep();
+            colorScheme_ = std::make_unique<ColorScheme>(ColorScheme::sessionBus());
+        });
         if (x11_.screens.knowsOnlyTheInset())
             log_.write("Orrivane: this panel has a notch of unknown width; tell where it is with "
                        "orrivane --set-notch X,Y,WIDTH,HEIGHT");
@@ -135,9 +149,12 @@ class X11Host : public Host {
             delegate_->applicationShouldHandleReopen(window_.isVisible());
     }
 
-    std::optional<QColor> trayInk() {
+    StatusIconLook trayLook() {
+        // A menu bar gives items its whole height and expects figures of half of it.
+        constexpr double fillInAMenuBar = 0.55;
         const auto ink = x11::trayInk(*connection_);
-        return ink ? std::optional(QColor::fromRgb(*ink)) : std::nullopt;
+        return {ink ? std::optional(QColor::fromRgb(*ink)) : std::nullopt,
+                x11::trayIsAMenuBar(*connection_) ? fillInAMenuBar : 1};
     }
 
     x11::X11Platform::Settings settings() {
@@ -177,16 +194,24 @@ class X11Host : public Host {
     QSocketNotifier readable_;
     SignalWatcher signals_;
     std::unique_ptr<SleepMonitor> sleep_;
+    std::unique_ptr<ColorScheme> colorScheme_;
     bool drainPosted_ = false;
     x11::SingleInstance instance_;
     MenuBarPreferenceStore preferences_;
     SpawnLauncher launcher_;
+    ForeignHosts foreignHosts_{{*connection_, loop_, x11_.items, x11_.screens, log_,
+                                [](const std::string& text) {
+                                    return QString::fromStdString(text).toLower().toStdString();
+                                }},
+                               MenuBarPreferences::userFile()};
+    RestartLauncher restarter_{launcher_, [this] { foreignHosts_.restart(); }};
     AutostartService login_;
     UpdateMemory updateMemory_;
     NetworkReleaseSource releases_;
     UpdateWindow updateWindow_;
     FeedUpdater updater_;
     QtStatusBar statusBar_;
+    x11::PressWatcher presses_;
     QtPopover popover_;
     QtMainWindow window_;
     ApplicationDelegate* delegate_ = nullptr; // while the loop runs

@@ -1,4 +1,5 @@
 #include <desktop/bar/BarWindow.h>
+#include <desktop/bar/SettingsPortal.h>
 #include <desktop/support/CommonOptions.h>
 #include <linux/support/MenuBarPreferences.h>
 
@@ -34,6 +35,12 @@ TrayHost::Settings traySettings(const Theme& theme) {
             theme.pixels(leastItemWidth)};
 }
 
+// Without an address the bus library would start a bus of its own.
+QDBusConnection sessionBus() {
+    return qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ? QDBusConnection(QString())
+                                                                   : QDBusConnection::sessionBus();
+}
+
 int usage(std::ostream& out, int status) {
     out << "Usage: ControlCenter [--scale S] [--dark]\n"
            "The desktop's menu bar: menus, status items of other programs, clock.\n";
@@ -54,6 +61,10 @@ int run(const CommonOptions& options, int argc, char** argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     const Theme theme = Theme::make(options.dark, options.scale);
     theme.install(application);
+    // Before the tray is there: programs that wait for it find the portal too.
+    SettingsPortal portal(options.dark);
+    if (QString sentence; !portal.offer(sessionBus(), sentence))
+        std::cerr << "ControlCenter: " << sentence.toStdString() << '\n';
     BarWindow bar(theme, std::move(wire), traySettings(theme));
     QObject::connect(&bar, &BarWindow::failed, [](const QString& sentence) {
         std::cerr << "ControlCenter: " << sentence.toStdString() << '\n';

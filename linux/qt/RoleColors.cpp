@@ -9,11 +9,6 @@ namespace {
 constexpr double secondaryOnLight = 0.67;
 constexpr double secondaryOnDark = 0.62;
 
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::WindowText).lightness() >
-           palette.color(QPalette::Window).lightness();
-}
-
 QColor secondary(const QPalette& palette) {
     auto color = palette.color(QPalette::WindowText);
     color.setAlphaF(isDark(palette) ? float(secondaryOnDark) : float(secondaryOnLight));
@@ -21,6 +16,11 @@ QColor secondary(const QPalette& palette) {
 }
 
 } // namespace
+
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::WindowText).lightness() >
+           palette.color(QPalette::Window).lightness();
+}
 
 QColor roleColor(ColorRole role, const QPalette& palette) {
     const auto shade = [&palette](QRgb light, QRgb dark) {
