@@ -2,11 +2,11 @@
 
 debian_build="cmake ninja-build g++ pkg-config qt6-base-dev libgtest-dev zlib1g-dev libsodium-dev
     libxcb1-dev libxcb-composite0-dev libxcb-dpms0-dev libxcb-randr0-dev libxcb-record0-dev
-    libxcb-res0-dev libxcb-screensaver0-dev libxcb-shape0-dev libxcb-xfixes0-dev
+    libxcb-res0-dev libxcb-screensaver0-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev
     libxcb-xtest0-dev"
 
 # A server, a window manager, trays and tray applications that the end-to-end tests run on.
-debian_desktop="xvfb xserver-xephyr openbox psmisc procps dbus dbus-bin x11-utils libglib2.0-bin
+debian_desktop="openssl xvfb xserver-xephyr openbox psmisc procps dbus dbus-bin x11-utils libglib2.0-bin
     at-spi2-core fonts-dejavu-core adwaita-icon-theme librsvg2-common trayer tint2 lxpanel xfce4-panel xfconf mate-panel
     parcellite xfce4-clipman volumeicon-alsa
     gxkb nm-tray kteatime qjackctl"

@@ -3,6 +3,7 @@
 #include <linux/updater/NotesBrowser.h>
 
 #include <QApplication>
+#include <QCursor>
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -10,6 +11,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -82,6 +84,19 @@ class UpdateWindow::Dialog : public QDialog {
         resize(layout()->totalMinimumSize().expandedTo({dialogWidth, 0}));
     }
 
+    // A place of our own: the next page may come before the window manager has told the one that
+    // it chose, and a size is sent together with a place.
+    void centre() {
+        const auto* screen = QGuiApplication::screenAt(QCursor::pos());
+        if (!screen)
+            screen = QGuiApplication::primaryScreen();
+        if (!screen)
+            return;
+        const auto area = screen->availableGeometry();
+        // Above the middle: most pages are higher than the first.
+        move(area.center().x() - width() / 2, area.top() + area.height() / 4);
+    }
+
     void setProgress(double part) { progress_->setValue(static_cast<int>(part * progressSteps)); }
 
     void reject() override { choose(onClose_); }
@@ -146,8 +161,10 @@ void UpdateWindow::present(const UpdatePage& page, std::function<void(UpdateChoi
     if (isNew)
         dialog_ = std::make_unique<Dialog>();
     dialog_->present(page, std::move(chosen));
-    if (isNew)
-        bringForward();
+    if (!isNew)
+        return;
+    dialog_->centre();
+    bringForward();
 }
 
 void UpdateWindow::setProgress(double part) {

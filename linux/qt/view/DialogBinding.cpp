@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QIcon>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -12,7 +13,8 @@ namespace orrivane {
 
 namespace {
 
-constexpr QSize iconSize(48, 48); // points
+constexpr QSize iconSize(48, 48);  // points
+constexpr int narrowestText = 320; // points
 
 /// A question as a window of its own over the screen's window.
 class DialogBinding : public Binding {
@@ -33,10 +35,14 @@ class DialogBinding : public Binding {
 
   private:
     void open() {
-        box_ = new QMessageBox(QMessageBox::NoIcon, text(node_.title), text(node_.title),
+        box_ = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Orrivane"), text(node_.title),
                                QMessageBox::NoButton, inner()->window());
         box_->setIconPixmap(qApp->windowIcon().pixmap(iconSize, box_->devicePixelRatio()));
         box_->setInformativeText(text(node_.message));
+        // Left alone, the toolkit makes a short question as narrow as its buttons.
+        for (auto* each : box_->findChildren<QLabel*>())
+            if (each->wordWrap())
+                each->setMinimumWidth(narrowestText);
         box_->setAttribute(Qt::WA_DeleteOnClose);
         box_->setWindowModality(Qt::WindowModal);
         for (const auto& each : node_.buttons) {

@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QProcess>
+#include <QSslCertificate>
+#include <QSslConfiguration>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -102,11 +105,21 @@ struct NetworkReleaseSourceTest : ::testing::Test {
         EXPECT_TRUE(left().isEmpty()) << left().join(' ').toStdString();
         return result.problem.value_or("no problem");
     }
+    /// A certificate for this machine that nobody else vouches for; false without the program that
+    /// makes it.
+    bool makeCertificate() const {
+        return QProcess::execute("openssl", {"req", "-x509", "-newkey", "rsa:2048", "-nodes",
+                                             "-days", "2", "-subj", "/CN=127.0.0.1", "-addext",
+                                             "subjectAltName=IP:127.0.0.1", "-keyout", keyFile(),
+                                             "-out", certificateFile()}) == 0;
+    }
+    QString keyFile() const { return temporary.filePath("key.pem"); }
+    QString certificateFile() const { return temporary.filePath("certificate.pem"); }
+
     QStringList left() const {
         return QDir(QString::fromStdString(folder.path()))
             .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
     }
-    QString host() const { return "127.0.0.1"; }
 };
 
 void expectSays(const std::string& sentence, const std::string& part) {
@@ -148,6 +161,34 @@ TEST_F(NetworkReleaseSourceTest, aPlainAddressElsewhereIsNotAsked) {
     settings.feed = "file:///etc/passwd";
     source.reset();
     expectSays(problemOfCheck(), "is not a secure one");
+}
+
+TEST_F(NetworkReleaseSourceTest, aServerThatCannotProveItselfIsNotBelieved) {
+    ASSERT_TRUE(makeCertificate());
+    server.secure(certificateFile(), keyFile());
+    settings.feed = server.address(feedPath).toStdString();
+    settings.policy = isSecureAddress;
+    publish(entry());
+    expectSays(problemOfCheck(), "cannot prove that it is that server.");
+}
+
+TEST_F(NetworkReleaseSourceTest, aServerThatTheSystemTrustsIsRead) {
+    ASSERT_TRUE(makeCertificate());
+    server.secure(certificateFile(), keyFile());
+    settings.feed = server.address(feedPath).toStdString();
+    settings.policy = isSecureAddress;
+    const auto before = QSslConfiguration::defaultConfiguration();
+    auto trusting = before;
+    trusting.addCaCertificates(QSslCertificate::fromPath(certificateFile()));
+    QSslConfiguration::setDefaultConfiguration(trusting);
+    publish(entry());
+    EXPECT_TRUE(check().offer);
+    // Once secure, it does not lead back to where anybody can listen.
+    server.redirect(feedPath, "http://127.0.0.1:9/feed.xml");
+    settings.policy = isSecureOrLoopbackAddress;
+    source.reset();
+    expectSays(problemOfCheck(), "leads to an address that is not secure.");
+    QSslConfiguration::setDefaultConfiguration(before);
 }
 
 TEST_F(NetworkReleaseSourceTest, anErrorOfTheServerIsNamed) {

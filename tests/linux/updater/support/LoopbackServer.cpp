@@ -1,6 +1,10 @@
 #include <tests/linux/updater/support/LoopbackServer.h>
 
+#include <QFile>
 #include <QHostAddress>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslSocket>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -18,8 +22,32 @@ LoopbackServer::LoopbackServer() {
     });
 }
 
+void LoopbackServer::secure(const QString& certificateFile, const QString& keyFile) {
+    QFile key(keyFile);
+    if (!key.open(QIODevice::ReadOnly))
+        return;
+    security_.emplace();
+    security_->setLocalCertificateChain(QSslCertificate::fromPath(certificateFile));
+    security_->setPrivateKey(QSslKey(&key, QSsl::Rsa));
+}
+
+void LoopbackServer::incomingConnection(qintptr descriptor) {
+    if (!security_) {
+        QTcpServer::incomingConnection(descriptor);
+        return;
+    }
+    auto* socket = new QSslSocket(this);
+    socket->setSocketDescriptor(descriptor);
+    socket->setSslConfiguration(*security_);
+    socket->startServerEncryption();
+    addPendingConnection(socket);
+}
+
 QString LoopbackServer::address(const QString& path) const {
-    return QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path);
+    return QStringLiteral("%1://127.0.0.1:%2%3")
+        .arg(security_ ? QStringLiteral("https") : QStringLiteral("http"))
+        .arg(serverPort())
+        .arg(path);
 }
 
 void LoopbackServer::serve(const QString& path, const QByteArray& type, const QByteArray& body) {

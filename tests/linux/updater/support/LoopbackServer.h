@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSslConfiguration>
 #include <QString>
 #include <QTcpServer>
 
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace orrivane {
@@ -20,6 +22,9 @@ class LoopbackServer : public QTcpServer {
 
     LoopbackServer();
 
+    /// From now on the server speaks TLS and shows this certificate (files in PEM).
+    void secure(const QString& certificateFile, const QString& keyFile);
+
     [[nodiscard]] QString address(const QString& path) const;
 
     void answer(const QString& path, Answer answer) { answers_[path] = std::move(answer); }
@@ -31,9 +36,13 @@ class LoopbackServer : public QTcpServer {
     [[nodiscard]] const std::vector<QByteArray>& requests() const { return requests_; }
     [[nodiscard]] int requestsFor(const QString& path) const;
 
+  protected:
+    void incomingConnection(qintptr descriptor) override;
+
   private:
     void take(class QTcpSocket* socket);
 
+    std::optional<QSslConfiguration> security_;
     std::map<QString, Answer> answers_;
     std::vector<QByteArray> requests_;
 };
