@@ -5,9 +5,12 @@
 #include <bench/support/Samples.h>
 
 #include <Mirror.h>
+#include <WaitFor.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <string_view>
 #include <thread>
 
 // How long the program takes from its start to the first tray, and what it uses while the tray is
@@ -55,10 +58,14 @@ void measureStart(const Report& report, e2e::Desktop& desktop) {
     report.figure("start", "exec until the first tray is mapped, p95", times.quantile(0.95), "ms");
 }
 
+/// The whole program may take more memory once its window was open.
+constexpr double pssWithTray = 20;    // MiB
+constexpr double pssAfterWindow = 35; // MiB
+
 void reportUse(const Report& report, const std::string& name, const ProcessUse& use, double seconds,
-               bool ours) {
+               std::optional<double> pssLimit) {
     const auto aim = [&](double value, double limit, const std::string& unit) {
-        return ours ? std::optional(Aim::atMost(value, limit, unit)) : std::nullopt;
+        return pssLimit ? std::optional(Aim::atMost(value, limit, unit)) : std::nullopt;
     };
     const double perSecond = static_cast<double>(use.wakeUps()) / seconds;
     const double cpu = use.cpuMilliseconds() * 60 / seconds;
@@ -67,7 +74,8 @@ void reportUse(const Report& report, const std::string& name, const ProcessUse& 
         report.figure(name, "wake-ups of thread " + thread.name,
                       static_cast<double>(thread.wakeUps) / seconds, "/s");
     report.figure(name, "processor time", cpu, "ms/min", aim(cpu, 20, "ms/min"));
-    report.figure(name, "PSS", use.pssMebibytes, "MiB", aim(use.pssMebibytes, 20, "MiB"));
+    report.figure(name, "PSS", use.pssMebibytes, "MiB",
+                  aim(use.pssMebibytes, pssLimit.value_or(0), "MiB"));
     report.figure(name, "private memory", use.privateMebibytes, "MiB");
 }
 
@@ -90,7 +98,62 @@ void measureIdle(const Report& report, e2e::Desktop& desktop, e2e::Desktop& othe
     const double length = std::chrono::duration<double>(Clock::now() - begin).count();
     for (const auto& process : processes)
         reportUse(report, process.name, ProcessUse::of(process.pid).since(process.before), length,
-                  process.name == "orrivane");
+                  process.name == "orrivane" ? std::optional(pssWithTray) : std::nullopt);
+}
+
+std::optional<e2e::WindowState> windowOf(e2e::Desktop& desktop) {
+    constexpr int smallest = 300; // pixels
+    for (const auto& each : desktop.observer().tree())
+        if (each.isViewable() && each.area.width >= smallest && each.area.height >= smallest &&
+            desktop.observer().pidOf(each.id) == desktop.program().pid())
+            return each;
+    return std::nullopt;
+}
+
+/// As a user does: a second launch brings the window, and its frame's button closes it.
+void openAndCloseTheWindow(e2e::Desktop& desktop) {
+    e2e::ChildProcess::Options options;
+    options.arguments = {e2e::Desktop::programPath()};
+    options.environment = desktop.environment("orrivane");
+    options.logFile = desktop.directory() + "/second.log";
+    e2e::ChildProcess second(std::move(options));
+    if (!second.wait(e2e::defaultBound))
+        throw std::runtime_error("the second launch does not end");
+    const auto window =
+        e2e::waitForValue<e2e::WindowState>("the window", [&] { return windowOf(desktop); });
+    std::this_thread::sleep_for(std::chrono::seconds(3)); // it has shown and refreshed everything
+    auto* raw = desktop.observer().connection();
+    const auto atom = [raw](std::string_view name) {
+        auto* reply = xcb_intern_atom_reply(
+            raw, xcb_intern_atom(raw, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+            nullptr);
+        const xcb_atom_t value = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+        std::free(reply);
+        return value;
+    };
+    xcb_client_message_event_t close{};
+    close.response_type = XCB_CLIENT_MESSAGE;
+    close.format = 32;
+    close.window = window.id;
+    close.type = atom("WM_PROTOCOLS");
+    close.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(raw, 0, window.id, 0, reinterpret_cast<const char*>(&close));
+    xcb_flush(raw);
+    if (const auto closed = e2e::waitFor("it closes", [&] { return !windowOf(desktop); }); !closed)
+        throw std::runtime_error(closed.message());
+}
+
+void measureAfterTheWindow(const Report& report, e2e::Desktop& desktop) {
+    openAndCloseTheWindow(desktop);
+    std::this_thread::sleep_for(std::chrono::seconds(5));
+    const int seconds = setting("ORRIVANE_BENCH_SECONDS", 60);
+    const pid_t process = desktop.program().pid();
+    const auto before = ProcessUse::of(process);
+    const auto begin = Clock::now();
+    std::this_thread::sleep_for(std::chrono::seconds(seconds));
+    const double length = std::chrono::duration<double>(Clock::now() - begin).count();
+    reportUse(report, "orrivane, window closed", ProcessUse::of(process).since(before), length,
+              pssAfterWindow);
 }
 
 void run() {
@@ -105,6 +168,7 @@ void run() {
     if (const auto right = mirror.waitUntilRight(); !right)
         throw std::runtime_error(right.message());
     measureIdle(report, desktop, other);
+    measureAfterTheWindow(report, desktop);
     if (!mirror.isRight())
         throw std::runtime_error("the tray was not shown all the time");
 }
