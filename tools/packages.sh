@@ -11,6 +11,9 @@ debian_desktop="openssl xvfb xserver-xephyr openbox psmisc procps dbus dbus-bin 
     parcellite xfce4-clipman volumeicon-alsa
     gxkb nm-tray kteatime qjackctl"
 
+# What the test of the Debian packages looks at them with.
+debian_packaging="appstream desktop-file-utils dpkg-dev fakeroot file lintian man-db"
+
 homebrew_build="cmake ninja googletest"
 
 as_root() {

@@ -40,7 +40,7 @@ QColor roleColor(ColorRole role, const QPalette& palette) {
     case ColorRole::green:
         return shade(0x15702a, 0x3ad15a);
     case ColorRole::orange:
-        return shade(0xd97400, 0xff9f1a);
+        return shade(0xb86200, 0xff9f1a);
     case ColorRole::red:
         return shade(0xc4211a, 0xff5d54);
     }
