@@ -55,7 +55,7 @@ Task<bool> MoveEngine::move(StatusItemWindow item, double toX, EventPoster& post
     Sleep pressed(pauseAfterMouseDown);
     co_await pressed;
     for (const Point& point : dragPoints(start, toX)) {
-        // What the pressed button leaves behind is let go of with the source.
+        // No release then: what is still held ends with the source, where the platform holds it.
         if (!post(MouseEventType::leftMouseDragged, point, source.get(), poster, log))
             co_return false;
         Sleep dragged(pauseAfterDragStep);

@@ -22,7 +22,7 @@ class CGEventPoster::Source : public EventSource {
         , poster_(poster) {}
     Source(const Source&) = delete;
     Source& operator=(const Source&) = delete;
-    ~Source() override { poster_.releaseAll(); }
+    ~Source() override { poster_.release_ = {}; }
 
     CFRef<CGEventSourceRef> reference;
 
@@ -33,7 +33,7 @@ class CGEventPoster::Source : public EventSource {
 class CGEventPoster::Event : public MouseEvent {
   public:
     CFRef<CGEventRef> reference; ///< never empty
-    CFRef<CGEventRef> release;   ///< of a press: what takes it back
+    CFRef<CGEventRef> release;   ///< of a press: what takes it back; may be empty
 };
 
 std::unique_ptr<EventSource> CGEventPoster::createSource() {
@@ -51,12 +51,9 @@ std::unique_ptr<MouseEvent> CGEventPoster::createMouseEvent(EventSource* source,
     event->reference = leftButtonEvent(from, static_cast<CGEventType>(type), cgPoint(position));
     if (!event->reference)
         return nullptr;
-    // Made beforehand: letting go must not fail for the reason that ended the gesture.
-    if (type == MouseEventType::leftMouseDown) {
+    // Made beforehand: a process that ends has no time for failures.
+    if (type == MouseEventType::leftMouseDown)
         event->release = leftButtonEvent(from, kCGEventLeftMouseUp, cgPoint(position));
-        if (!event->release)
-            return nullptr;
-    }
     return event;
 }
 
@@ -67,9 +64,10 @@ void CGEventPoster::setFlags(MouseEvent& event, std::uint64_t flags) {
 void CGEventPoster::post(const MouseEvent& posted) {
     const auto& event = static_cast<const Event&>(posted);
     CGEventPost(kCGHIDEventTap, event.reference.get());
-    if (event.release)
+    const auto type = CGEventGetType(event.reference.get());
+    if (type == kCGEventLeftMouseDown)
         release_ = event.release;
-    else if (CGEventGetType(event.reference.get()) == kCGEventLeftMouseUp)
+    else if (type == kCGEventLeftMouseUp)
         release_ = {};
     if (!release_)
         return;

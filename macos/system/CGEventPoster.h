@@ -9,8 +9,9 @@
 namespace orrivane {
 
 /// Mouse events posted where hardware events enter the system. Command is a flag of each event, no
-/// key is held for it; so the left button is all that can be left pressed. Without the permission
-/// to use accessibility the system drops every event and says nothing.
+/// key is held for it; so the left button is all that can be left pressed. A gesture that breaks
+/// off posts nothing more: the next real click lets go. Without the permission to use accessibility
+/// the system drops every event and says nothing.
 class CGEventPoster : public EventPoster {
   public:
     CGEventPoster() = default;
@@ -24,15 +25,15 @@ class CGEventPoster : public EventPoster {
     void setFlags(MouseEvent& event, std::uint64_t flags) override;
     void post(const MouseEvent& event) override;
 
-    /// Lets go of the button where it was seen last. Also for a process that ends without returning
-    /// from its main loop: no destructor runs then.
+    /// Lets go of a button that a gesture under way holds, where it was seen last: for a process
+    /// that ends, which does not return from its main loop.
     void releaseAll();
 
   private:
     class Source;
     class Event;
 
-    CFRef<CGEventRef> release_; // empty unless the button is held
+    CFRef<CGEventRef> release_; // empty unless a gesture holds the button
 };
 
 } // namespace orrivane

@@ -123,6 +123,7 @@ struct AccessibilityWorld : MacWorld {
 INSTANTIATE_TYPED_TEST_SUITE_P(MacOS, AccessibilityContract, AccessibilityWorld);
 
 struct EventPosterWorld : MacWorld {
+    static constexpr bool sourcesLetGo = false;
     CGEventPoster body;
 
     EventPoster& poster() { return body; }

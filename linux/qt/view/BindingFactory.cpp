@@ -9,6 +9,9 @@ template <typename... Nodes>
 struct Overloaded : Nodes... {
     using Nodes::operator()...;
 };
+// Clang deduces this by itself from its version 17 on.
+template <typename... Nodes>
+Overloaded(Nodes...) -> Overloaded<Nodes...>;
 
 } // namespace
 
