@@ -39,11 +39,11 @@ namespace {
 class AppKitHost : public Host {
   public:
     AppKitHost()
-        : accessibility_({running::applications, running::menuBarOwner, running::frontmost}),
-          updater_(makeUpdater()),
-          platform_{loop_,          screens_,  windowList_, ownWindows_, accessibility_,
-                    screenCapture_, defaults_, workspace_,  panel_,      log_},
-          shell_{eventPoster_, preferences_, launcher_, login_,
+        : accessibility_({running::applications, running::menuBarOwner, running::frontmost})
+        , updater_(makeUpdater())
+        , platform_{loop_,          screens_,  windowList_, ownWindows_, accessibility_,
+                    screenCapture_, defaults_, workspace_,  panel_,      log_}
+        , shell_{eventPoster_, preferences_, launcher_, login_,
                  *updater_,    statusBar_,   popover_,  window_} {}
 
     const Platform& platform() override { return platform_; }
@@ -64,7 +64,6 @@ class AppKitHost : public Host {
 
     int run(ApplicationDelegate& delegate) override {
         @autoreleasepool {
-            delegate_ = &delegate;
             const SignalWatcher signals([this] { workspace_.terminate(); });
             bridge_ = [[ORVApplicationDelegate alloc]
                 initWithDelegate:&delegate
@@ -79,7 +78,7 @@ class AppKitHost : public Host {
             [NSApp run];
             [NSProcessInfo.processInfo endActivity:activity];
             NSApp.delegate = nil;
-            delegate_ = nullptr;
+            bridge_ = nil;
         }
         return 0;
     }
@@ -88,8 +87,8 @@ class AppKitHost : public Host {
     void obey(InstanceCommand command) {
         if (command == InstanceCommand::quit)
             workspace_.terminate();
-        else if (delegate_)
-            delegate_->applicationShouldHandleReopen(window_.isVisible());
+        else if (command == InstanceCommand::open)
+            [bridge_ reopenWithVisibleWindows:window_.isVisible()];
     }
 
     RunLoopMainLoop loop_;
@@ -111,8 +110,7 @@ class AppKitHost : public Host {
     AppKitPopover popover_;
     AppKitMainWindow window_;
     SingleInstance instance_;
-    ORVApplicationDelegate* bridge_ = nil;    // the application object does not keep it
-    ApplicationDelegate* delegate_ = nullptr; // while the loop runs
+    ORVApplicationDelegate* bridge_ = nil; // the application object does not keep it
     Platform platform_;
     ShellPlatform shell_;
 };

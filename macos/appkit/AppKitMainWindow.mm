@@ -23,7 +23,9 @@
 
 namespace orrivane {
 
-AppKitMainWindow::~AppKitMainWindow() { [window_ close]; }
+AppKitMainWindow::~AppKitMainWindow() {
+    [window_ close];
+}
 
 void AppKitMainWindow::create(const MainWindowConfiguration& configuration) {
     const NSRect content = {NSZeroPoint, toNSSize(configuration.contentSize)};
@@ -35,6 +37,10 @@ void AppKitMainWindow::create(const MainWindowConfiguration& configuration) {
                                                    defer:NO];
     window_.releasedWhenClosed = NO; // closing only hides it
     window_.restorable = NO;
+    // Fitted to its content, it would lie small on a black screen; and the program has no icon in
+    // the Dock, so where the window is opened is where it is wanted.
+    window_.collectionBehavior =
+        NSWindowCollectionBehaviorFullScreenNone | NSWindowCollectionBehaviorMoveToActiveSpace;
     window_.tabbingMode = NSWindowTabbingModeDisallowed;
     window_.title = toNSString(configuration.title);
     window_.contentMinSize = toNSSize(configuration.minimumContentSize);
@@ -49,9 +55,13 @@ void AppKitMainWindow::create(const MainWindowConfiguration& configuration) {
     window_.contentView = place;
 }
 
-void AppKitMainWindow::setRoot(const View& root) { [screen_ setRoot:root]; }
+void AppKitMainWindow::setRoot(const View& root) {
+    [screen_ setRoot:root];
+}
 
-bool AppKitMainWindow::isVisible() { return window_.visible; }
+bool AppKitMainWindow::isVisible() {
+    return window_.visible;
+}
 
 void AppKitMainWindow::makeKeyAndOrderFront() {
     if (window_.miniaturized)
@@ -64,9 +74,13 @@ void AppKitMainWindow::setFrameTopLeft(Point topLeft) {
     [window_ setFrameTopLeftPoint:NSMakePoint(topLeft.x, topLeft.y)];
 }
 
-void AppKitMainWindow::center() { [window_ center]; }
+void AppKitMainWindow::center() {
+    [window_ center];
+}
 
-Rect AppKitMainWindow::frame() { return toRect(window_.frame); }
+Rect AppKitMainWindow::frame() {
+    return toRect(window_.frame);
+}
 
 Rect AppKitMainWindow::contentRect(const Rect& frame) {
     return toRect([window_ contentRectForFrameRect:toNSRect(frame)]);

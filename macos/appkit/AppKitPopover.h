@@ -24,6 +24,9 @@ class AppKitPopover : public Popover {
     void performClose() override;
 
   private:
+    void takeSize(NSSize size);
+
+    NSSize size_ = NSZeroSize; // wanted; on a low screen it is less
     NSPopover* _Nonnull popover_;
     ORVPopoverController* _Nonnull controller_; // the popover does not keep its delegate
 };

@@ -5,16 +5,32 @@
 #import <macos/appkit/PopoverController.h>
 #import <macos/view/ScreenView.h>
 
+#include <algorithm>
+
 namespace orrivane {
 
+namespace {
+
+constexpr CGFloat besideContent = 24; // points: the arrow, and some air
+
+// What does not fit below its item would be shown elsewhere, away from it.
+NSSize fitting(NSSize size, NSScreen* screen) {
+    const CGFloat room = screen.visibleFrame.size.height - besideContent;
+    return room > 0 ? NSMakeSize(size.width, std::min(size.height, room)) : size;
+}
+
+} // namespace
+
 AppKitPopover::AppKitPopover()
-    : popover_([[NSPopover alloc] init]),
-      controller_([[ORVPopoverController alloc] initWithPopover:popover_]) {
+    : popover_([[NSPopover alloc] init])
+    , controller_([[ORVPopoverController alloc] initWithPopover:popover_]) {
     popover_.behavior = NSPopoverBehaviorTransient;
     popover_.delegate = controller_;
 }
 
-AppKitPopover::~AppKitPopover() { [popover_ close]; }
+AppKitPopover::~AppKitPopover() {
+    [popover_ close];
+}
 
 void AppKitPopover::setRoot(const View& root) {
     [controller_.screenView setRoot:root];
@@ -24,12 +40,19 @@ void AppKitPopover::setRoot(const View& root) {
 }
 
 void AppKitPopover::setContentSize(Size size) {
-    controller_.preferredContentSize = toNSSize(size);
-    [controller_.screenView setFrameSize:toNSSize(size)];
-    popover_.contentSize = toNSSize(size);
+    size_ = toNSSize(size);
+    takeSize(size_);
 }
 
-bool AppKitPopover::isShown() { return popover_.shown; }
+void AppKitPopover::takeSize(NSSize size) {
+    controller_.preferredContentSize = size;
+    [controller_.screenView setFrameSize:size];
+    popover_.contentSize = size;
+}
+
+bool AppKitPopover::isShown() {
+    return popover_.shown;
+}
 
 void AppKitPopover::show(StatusItem& below) {
     const auto* item = dynamic_cast<AppKitStatusItem*>(&below);
@@ -39,10 +62,13 @@ void AppKitPopover::show(StatusItem& below) {
         return;
     if ([controller_ takeClosingClick])
         return;
+    takeSize(fitting(size_, button.window.screen));
     [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
     [controller_.view.window makeKeyWindow];
 }
 
-void AppKitPopover::performClose() { [popover_ performClose:nil]; }
+void AppKitPopover::performClose() {
+    [popover_ performClose:nil];
+}
 
 } // namespace orrivane

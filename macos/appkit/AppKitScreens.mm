@@ -39,6 +39,8 @@ Rect AppKitScreens::visibleFrame(const ScreenDescription& screen) {
     return screen.frame; // it has been detached since
 }
 
-bool AppKitScreens::mainDisplayIsAsleep() { return CGDisplayIsAsleep(CGMainDisplayID()) != 0; }
+bool AppKitScreens::mainDisplayIsAsleep() {
+    return CGDisplayIsAsleep(CGMainDisplayID()) != 0;
+}
 
 } // namespace orrivane

@@ -30,16 +30,21 @@
 namespace orrivane {
 
 AppKitStatusItem::AppKitStatusItem(CGFloat length)
-    : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]),
-      target_([[ORVStatusItemTarget alloc] init]) {
+    : item_([NSStatusBar.systemStatusBar statusItemWithLength:length])
+    , target_([[ORVStatusItemTarget alloc] init]) {
     item_.button.target = target_;
     item_.button.action = @selector(run:);
 }
 
-AppKitStatusItem::~AppKitStatusItem() { [NSStatusBar.systemStatusBar removeStatusItem:item_]; }
+AppKitStatusItem::~AppKitStatusItem() {
+    [NSStatusBar.systemStatusBar removeStatusItem:item_];
+}
 
 void AppKitStatusItem::setImage(const Drawing& image) {
     item_.button.image = image.isTemplate ? drawnTemplateImage(image) : drawnImage(image);
+    // Said outright: beside a title the picture's description would not be read.
+    const auto& name = image.accessibilityName;
+    item_.button.accessibilityLabel = name.empty() ? nil : toNSString(name);
 }
 
 void AppKitStatusItem::setAction(std::function<void()> action) {

@@ -44,7 +44,6 @@ NSPanel* makePanel(const TrayPanelConfiguration& configuration) {
 
 // What a tray of a program that is never active needs besides.
 void prepareForInactiveProgram(NSPanel* panel) {
-    panel.ignoresMouseEvents = NO; // said outright, it ends that clicks fall through clear pixels
     panel.allowsToolTipsWhenApplicationIsInactive = YES;
     panel.animationBehavior = NSWindowAnimationBehaviorNone;
     panel.worksWhenModal = YES;
@@ -54,7 +53,9 @@ void prepareForInactiveProgram(NSPanel* panel) {
 
 } // namespace
 
-AppKitTrayPanel::~AppKitTrayPanel() { [panel_ close]; }
+AppKitTrayPanel::~AppKitTrayPanel() {
+    [panel_ close];
+}
 
 int AppKitTrayPanel::windowLevelForKey(int key) {
     return CGWindowLevelForKey(static_cast<CGWindowLevelKey>(key));
@@ -68,12 +69,23 @@ void AppKitTrayPanel::create(const TrayPanelConfiguration& configuration) {
     panel_.contentView = strip_;
 }
 
-void AppKitTrayPanel::setRoot(const View& root) { [strip_ setRoot:root]; }
+void AppKitTrayPanel::setRoot(const View& root) {
+    [strip_ setRoot:root];
+}
 
-void AppKitTrayPanel::setFrame(const Rect& frame) { [panel_ setFrame:toNSRect(frame) display:YES]; }
+void AppKitTrayPanel::setFrame(const Rect& frame) {
+    [panel_ setFrame:toNSRect(frame) display:YES];
+}
 
-void AppKitTrayPanel::orderFrontRegardless() { [panel_ orderFrontRegardless]; }
+void AppKitTrayPanel::orderFrontRegardless() {
+    [panel_ orderFrontRegardless];
+    // Said outright it ends that clicks fall through clear pixels; only now is the panel sure to be
+    // known to the window server, which is to hear of it.
+    panel_.ignoresMouseEvents = NO;
+}
 
-void AppKitTrayPanel::orderOut() { [panel_ orderOut:nil]; }
+void AppKitTrayPanel::orderOut() {
+    [panel_ orderOut:nil];
+}
 
 } // namespace orrivane

@@ -14,4 +14,8 @@
 - (nonnull instancetype)initWithDelegate:(nonnull orrivane::ApplicationDelegate*)delegate
                                  willEnd:(std::function<void()>)willEnd;
 
+/// The user has launched the program again. Before it has finished launching this is remembered
+/// until then. Gives whether the system may go on with what it does by itself.
+- (BOOL)reopenWithVisibleWindows:(BOOL)hasVisibleWindows;
+
 @end

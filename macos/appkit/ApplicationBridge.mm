@@ -7,6 +7,8 @@
 @implementation ORVApplicationDelegate {
     orrivane::ApplicationDelegate* _delegate;
     std::function<void()> _willEnd;
+    BOOL _isLaunched;
+    BOOL _reopensOnceLaunched;
 }
 
 - (instancetype)initWithDelegate:(orrivane::ApplicationDelegate*)delegate
@@ -21,13 +23,24 @@
 
 - (void)applicationDidFinishLaunching:(NSNotification*)__unused notification {
     orrivane::callOut([&] { _delegate->applicationDidFinishLaunching(); });
+    _isLaunched = YES;
+    if (std::exchange(_reopensOnceLaunched, NO))
+        [self reopenWithVisibleWindows:NO];
+}
+
+- (BOOL)reopenWithVisibleWindows:(BOOL)hasVisibleWindows {
+    if (!_isLaunched) {
+        _reopensOnceLaunched = YES;
+        return YES;
+    }
+    bool goOn = true;
+    orrivane::callOut([&] { goOn = _delegate->applicationShouldHandleReopen(hasVisibleWindows); });
+    return goOn;
 }
 
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)__unused application
                     hasVisibleWindows:(BOOL)hasVisibleWindows {
-    bool goOn = true;
-    orrivane::callOut([&] { goOn = _delegate->applicationShouldHandleReopen(hasVisibleWindows); });
-    return goOn;
+    return [self reopenWithVisibleWindows:hasVisibleWindows];
 }
 
 - (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication*)__unused application {

@@ -21,6 +21,8 @@ namespace orrivane {
 [[nodiscard]] inline Rect toRect(NSRect rect) {
     return {{rect.origin.x, rect.origin.y}, {rect.size.width, rect.size.height}};
 }
-[[nodiscard]] inline NSSize toNSSize(Size size) { return NSMakeSize(size.width, size.height); }
+[[nodiscard]] inline NSSize toNSSize(Size size) {
+    return NSMakeSize(size.width, size.height);
+}
 
 } // namespace orrivane

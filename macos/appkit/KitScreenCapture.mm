@@ -12,7 +12,8 @@ namespace orrivane {
 
 namespace {
 
-template <typename T> using Completion = std::function<void(std::optional<T>)>;
+template <typename T>
+using Completion = std::function<void(std::optional<T>)>;
 
 template <typename T>
 void answer(const std::shared_ptr<Completion<T>>& completion, std::optional<T> value) {
@@ -26,13 +27,11 @@ void answer(const std::shared_ptr<Completion<T>>& completion, std::optional<T> v
 std::optional<ShareableContent> convert(SCShareableContent* content) {
     if (content == nil)
         return std::nullopt;
-    // Every handle keeps the whole snapshot, and that keeps the windows.
-    const std::shared_ptr<const void> kept(CFBridgingRetain(content), CFRelease);
     ShareableContent converted;
     for (SCWindow* window in content.windows)
         converted.windows.push_back({window.windowID,
                                      toRect(NSRectFromCGRect(window.frame)),
-                                     {kept, (__bridge const void*)window}});
+                                     {CFBridgingRetain(window), CFRelease}});
     return converted;
 }
 
@@ -75,8 +74,12 @@ void KitScreenCapture::captureImage(const ShareableWindow& window,
                               }];
 }
 
-bool KitScreenCapture::preflightAccess() { return CGPreflightScreenCaptureAccess(); }
+bool KitScreenCapture::preflightAccess() {
+    return CGPreflightScreenCaptureAccess();
+}
 
-bool KitScreenCapture::requestAccess() { return CGRequestScreenCaptureAccess(); }
+bool KitScreenCapture::requestAccess() {
+    return CGRequestScreenCaptureAccess();
+}
 
 } // namespace orrivane

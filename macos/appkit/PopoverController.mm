@@ -16,8 +16,8 @@ struct Click {
 
 constexpr NSTimeInterval longestClick = 2; // seconds
 
-std::optional<Click> clickOf(NSEvent* event, NSEventType type) {
-    if (event == nil || event.type != type)
+std::optional<Click> clickOf(NSEvent* event) {
+    if (event.type != NSEventTypeLeftMouseDown && event.type != NSEventTypeLeftMouseUp)
         return std::nullopt;
     return Click{event.eventNumber, event.timestamp};
 }
@@ -78,17 +78,22 @@ bool isOwn(NSEvent* event) {
         return;
     __weak ORVPopoverController* weakSelf = self;
     const auto pressed = ^(NSEvent* event) {
-      // Items that this program drags in the bar are pressed in other programs too, and a question
-      // that is being asked keeps what it was asked in.
-      if (!isOwn(event) && NSApp.modalWindow == nil)
+      // Items that this program drags in the bar are pressed in other programs too.
+      if (!isOwn(event))
           [weakSelf performClose:nil];
     };
     const auto mask = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
     _clickMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:mask handler:pressed];
 }
 
+// A question that is being asked keeps what it was asked in: a click on it is one outside of here.
+- (BOOL)popoverShouldClose:(NSPopover*)__unused popover {
+    return NSApp.modalWindow == nil;
+}
+
 - (void)popoverWillClose:(NSNotification*)__unused notification {
-    _closingClick = clickOf(NSApp.currentEvent, NSEventTypeLeftMouseDown);
+    const bool isPress = NSApp.currentEvent.type == NSEventTypeLeftMouseDown;
+    _closingClick = isPress ? clickOf(NSApp.currentEvent) : std::nullopt;
 }
 
 - (void)popoverDidClose:(NSNotification*)__unused notification {
@@ -97,9 +102,10 @@ bool isOwn(NSEvent* event) {
 
 - (BOOL)takeClosingClick {
     const auto closing = std::exchange(_closingClick, std::nullopt);
-    const auto release = clickOf(NSApp.currentEvent, NSEventTypeLeftMouseUp);
-    return closing && release && closing->number == release->number &&
-           release->time - closing->time < longestClick;
+    const auto current = clickOf(NSApp.currentEvent);
+    // By the clock: whoever presses the item without a mouse comes upon the last click there was.
+    return closing && current && closing->number == current->number &&
+           NSProcessInfo.processInfo.systemUptime - closing->time < longestClick;
 }
 
 - (void)stopListening {

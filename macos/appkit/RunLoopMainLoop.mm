@@ -81,7 +81,8 @@ struct RunLoopMainLoop::Timers {
 };
 
 RunLoopMainLoop::RunLoopMainLoop()
-    : queue_(std::make_shared<Queue>()), timers_(std::make_unique<Timers>()) {}
+    : queue_(std::make_shared<Queue>())
+    , timers_(std::make_unique<Timers>()) {}
 
 RunLoopMainLoop::~RunLoopMainLoop() {
     queue_->close();
@@ -89,9 +90,13 @@ RunLoopMainLoop::~RunLoopMainLoop() {
         [timer invalidate];
 }
 
-void RunLoopMainLoop::post(std::function<void()> work) { queue_->post(std::move(work)); }
+void RunLoopMainLoop::post(std::function<void()> work) {
+    queue_->post(std::move(work));
+}
 
-double RunLoopMainLoop::now() const { return CFAbsoluteTimeGetCurrent(); }
+double RunLoopMainLoop::now() const {
+    return CFAbsoluteTimeGetCurrent();
+}
 
 Subscription RunLoopMainLoop::repeatingTimer(double interval, double tolerance,
                                              std::function<void()> action) {

@@ -21,7 +21,8 @@ struct SignalWatcher::Sources {
     NSMutableArray<dispatch_source_t>* running = [NSMutableArray array];
 };
 
-SignalWatcher::SignalWatcher(std::function<void()> ended) : sources_(std::make_unique<Sources>()) {
+SignalWatcher::SignalWatcher(std::function<void()> ended)
+    : sources_(std::make_unique<Sources>()) {
     const auto queue = dispatch_get_global_queue(QOS_CLASS_UTILITY, 0);
     for (const int number : watched) {
         std::signal(number, doNothing);

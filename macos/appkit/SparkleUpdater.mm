@@ -67,7 +67,9 @@ bool bundleSays(NSString* key) {
 }
 
 // An updater that is started without them reports the mistake to the user.
-bool isConfigured() { return bundleSays(@"SUFeedURL") && bundleSays(@"SUPublicEDKey"); }
+bool isConfigured() {
+    return bundleSays(@"SUFeedURL") && bundleSays(@"SUPublicEDKey");
+}
 
 /// Sparkle. Without a feed and a key in the bundle it is made, but not started.
 class SparkleUpdater : public Updater {
@@ -106,6 +108,8 @@ class SparkleUpdater : public Updater {
 
 } // namespace
 
-std::unique_ptr<Updater> makeUpdater() { return std::make_unique<SparkleUpdater>(); }
+std::unique_ptr<Updater> makeUpdater() {
+    return std::make_unique<SparkleUpdater>();
+}
 
 } // namespace orrivane

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -23,7 +24,9 @@ enum class Axis { horizontal, vertical };
 constexpr CGFloat unboundedWidth = 1e6;
 
 /// Also after paddings were taken off.
-constexpr bool isUnbounded(CGFloat width) { return width > unboundedWidth / 2; }
+constexpr bool isUnbounded(CGFloat width) {
+    return width > unboundedWidth / 2;
+}
 
 /// The controls of one node and of all below it. Built from the node's first value; every further
 /// value sets only what differs, so that focus, a slider under the pointer and open dialogs stay.
@@ -77,9 +80,9 @@ class Binding {
     void forgetSizes() { sizes_.clear(); }
     /// Runs `work` on a later turn of the loop if the binding still exists by then.
     void later(std::function<void()> work);
-    /// The same for putting back what the user has changed: a new value comes before it, if one is
-    /// about to come.
-    void afterNextValue(std::function<void()> work);
+    /// For a control that shows already what the user has just done to it: if no value has followed
+    /// soon, nor anything else that the user does, `putBack` shows the last one again.
+    void unlessValueComes(std::function<void()> putBack);
 
   private:
     void applyModifiers(const View& next);
@@ -91,6 +94,9 @@ class Binding {
     std::uint32_t key_;
     Frame frame_;
     Insets padding_;
+    NSView* _Nullable named_ = nil; // what carries the name now
+    std::string spokenName_;
+    std::uint32_t changes_ = 0; // by the user
     bool isVisible_ = true;
     bool enabled_ = true;
     std::vector<std::pair<CGFloat, CGSize>> sizes_; // of the content, by width

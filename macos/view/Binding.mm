@@ -12,12 +12,18 @@ namespace {
 constexpr double disabledOpacity = 0.4;
 constexpr std::size_t mostSizes = 8; // a window that is being resized asks at every width
 
-bool needsBox(const View& view) { return view.background || view.padding != Insets(); }
+bool needsBox(const View& view) {
+    return view.background || view.padding != Insets();
+}
 
 } // namespace
 
 Binding::Binding(const View& first, NSView* inner)
-    : inner_(inner), outer_(inner), box_(nil), kind_(first.node.index()), key_(first.key) {
+    : inner_(inner)
+    , outer_(inner)
+    , box_(nil)
+    , kind_(first.node.index())
+    , key_(first.key) {
     if (!needsBox(first))
         return;
     box_ = [[ORVBackgroundView alloc] initWithFrame:NSZeroRect];
@@ -43,12 +49,18 @@ void Binding::update(const View& next, bool enabled) {
 
 void Binding::applyModifiers(const View& next) {
     NSView* named = namedView();
+    if (named_ && named_ != named) {
+        named_.toolTip = nil;
+        named_.accessibilityLabel = nil;
+        spokenName_.clear();
+    }
+    named_ = named;
     NSString* tooltip = next.tooltip.empty() ? nil : toNSString(next.tooltip);
-    if (named.toolTip != tooltip && ![named.toolTip isEqualToString:tooltip])
+    if (named.toolTip != tooltip && (!tooltip || ![named.toolTip isEqualToString:tooltip]))
         named.toolTip = tooltip;
     const auto name = next.accessibilityName.empty() ? ownName() : next.accessibilityName;
-    if (!name.empty())
-        named.accessibilityLabel = toNSString(name);
+    if (std::exchange(spokenName_, name) != name)
+        named.accessibilityLabel = name.empty() ? nil : toNSString(name);
     isVisible_ = next.isVisible;
     const bool hidden = !takesRoom();
     if (outer_.hidden != hidden)
@@ -103,8 +115,17 @@ void Binding::later(std::function<void()> work) {
     });
 }
 
-void Binding::afterNextValue(std::function<void()> work) {
-    later([this, work = std::move(work)] { later(work); });
+void Binding::unlessValueComes(std::function<void()> putBack) {
+    constexpr NSTimeInterval patience = 0.2; // seconds
+    const std::weak_ptr<int> alive = alive_;
+    const auto change = ++changes_;
+    NSTimer* timer = [NSTimer timerWithTimeInterval:patience
+                                            repeats:NO
+                                              block:^(NSTimer*) {
+                                                if (!alive.expired() && changes_ == change)
+                                                    callOut(putBack);
+                                              }];
+    [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
 }
 
 void hideFromAccessibility(NSControl* control) {

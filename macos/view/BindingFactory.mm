@@ -4,9 +4,13 @@ namespace orrivane {
 
 namespace {
 
-template <typename... Nodes> struct Overloaded : Nodes... {
+template <typename... Nodes>
+struct Overloaded : Nodes... {
     using Nodes::operator()...;
 };
+// The compilers of the oldest developer tools that will do cannot deduce it by themselves.
+template <typename... Nodes>
+Overloaded(Nodes...) -> Overloaded<Nodes...>;
 
 } // namespace
 

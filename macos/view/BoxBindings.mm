@@ -16,16 +16,20 @@ constexpr double cardPadding = 12;
 constexpr double disclosureGap = 8;
 constexpr double triangleGap = 2;
 
-ORVFlippedView* makePlace() { return [[ORVFlippedView alloc] initWithFrame:NSZeroRect]; }
+ORVFlippedView* makePlace() {
+    return [[ORVFlippedView alloc] initWithFrame:NSZeroRect];
+}
 
 /// The system's box below a heading, with the children over it: the box's own title and margins
 /// could not be measured before it is shown.
 class GroupBoxBinding : public Binding {
   public:
     explicit GroupBoxBinding(const View& first)
-        : Binding(first, makePlace()), heading_([[ORVTextField alloc] initWrapping:NO]),
-          card_([[NSBox alloc] initWithFrame:NSZeroRect]), content_(makePlace()),
-          list_(content_, Axis::vertical, Alignment::leading) {
+        : Binding(first, makePlace())
+        , heading_([[ORVTextField alloc] initWrapping:NO])
+        , card_([[NSBox alloc] initWithFrame:NSZeroRect])
+        , content_(makePlace())
+        , list_(content_, Axis::vertical, Alignment::leading) {
         card_.boxType = NSBoxPrimary;
         card_.titlePosition = NSNoTitle;
         card_.accessibilityElement = NO;
@@ -84,10 +88,11 @@ class GroupBoxBinding : public Binding {
 class DisclosureBinding : public Binding {
   public:
     explicit DisclosureBinding(const View& first)
-        : Binding(first, makePlace()),
-          triangle_([NSButton buttonWithTitle:@"" target:nil action:nil]),
-          label_([NSButton buttonWithTitle:@"" target:nil action:nil]), content_(makePlace()),
-          list_(content_, Axis::vertical, Alignment::leading) {
+        : Binding(first, makePlace())
+        , triangle_([NSButton buttonWithTitle:@"" target:nil action:nil])
+        , label_([NSButton buttonWithTitle:@"" target:nil action:nil])
+        , content_(makePlace())
+        , list_(content_, Axis::vertical, Alignment::leading) {
         triangle_.bezelStyle = NSBezelStyleDisclosure;
         [triangle_ setButtonType:NSButtonTypePushOnPushOff];
         label_.bordered = NO;
@@ -165,9 +170,9 @@ class DisclosureBinding : public Binding {
     }
 
     void toggled() {
-        runAction(changed_, !isExpanded_);
         // Only the next value moves it; one that did not come leaves it where it was.
-        afterNextValue([this] { showState(); });
+        unlessValueComes([this] { showState(); });
+        runAction(changed_, !isExpanded_); // comes last: it may replace this
     }
 
     std::string text_;

@@ -27,7 +27,7 @@ NSVisualEffectView* makeMaterialView() {
     view.blendingMode = NSVisualEffectBlendingModeWithinWindow;
     view.state = NSVisualEffectStateActive;
     view.wantsLayer = YES;
-    view.layer.masksToBounds = YES;
+    view.clipsToBounds = YES; // the layer's own flag follows it
     return view;
 }
 

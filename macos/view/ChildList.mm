@@ -20,7 +20,9 @@ double alignedOffset(Alignment alignment, Alignment first, Alignment last, doubl
 }
 
 ChildList::ChildList(NSView* parent, Axis axis, Alignment alignment)
-    : parent_(parent), axis_(axis), alignment_(alignment) {}
+    : parent_(parent)
+    , axis_(axis)
+    , alignment_(alignment) {}
 
 std::unique_ptr<Binding> ChildList::take(const View& view, std::size_t place) {
     auto found = children_.end();
@@ -78,13 +80,17 @@ std::vector<Binding*> ChildList::laidOut() const {
     return bindings;
 }
 
-bool ChildList::fillsWidth() const { return std::ranges::any_of(laidOut(), &Binding::fillsWidth); }
+bool ChildList::fillsWidth() const {
+    return std::ranges::any_of(laidOut(), &Binding::fillsWidth);
+}
 
 bool ChildList::fillsHeight() const {
     return std::ranges::any_of(laidOut(), &Binding::fillsHeight);
 }
 
-bool ChildList::shrinks() const { return std::ranges::any_of(laidOut(), &Binding::shrinks); }
+bool ChildList::shrinks() const {
+    return std::ranges::any_of(laidOut(), &Binding::shrinks);
+}
 
 std::vector<double> ChildList::widths(const std::vector<Binding*>& row, CGFloat width) const {
     std::vector<RowChild> children;

@@ -17,9 +17,9 @@ constexpr double labelGap = 8;
 class SwitchBinding : public Binding {
   public:
     explicit SwitchBinding(const View& first)
-        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect]),
-          switch_([[NSSwitch alloc] initWithFrame:NSZeroRect]),
-          label_([[ORVTextField alloc] initWrapping:YES]) {
+        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect])
+        , switch_([[NSSwitch alloc] initWithFrame:NSZeroRect])
+        , label_([[ORVTextField alloc] initWrapping:YES]) {
         switch_.controlSize = NSControlSizeSmall;
         hideFromAccessibility(label_); // the switch's name already
         [inner() addSubview:switch_];
@@ -82,8 +82,9 @@ class SwitchBinding : public Binding {
     }
 
     void toggled() {
-        runAction(changed_, switch_.state != NSControlStateValueOff);
-        afterNextValue([this] { showState(); });
+        unlessValueComes([this] { showState(); });
+        runAction(changed_,
+                  switch_.state != NSControlStateValueOff); // comes last: may replace this
     }
 
     std::string text_;

@@ -20,6 +20,8 @@ NSAlert* makeAlert(const ConfirmationDialog& dialog) {
     NSAlert* alert = [[NSAlert alloc] init];
     alert.messageText = toNSString(dialog.title);
     alert.informativeText = toNSString(dialog.message);
+    // Else the program could neither be quit nor let a log-out pass without an answer.
+    alert.window.preventsApplicationTerminationWhenModal = NO;
     for (const auto& each : dialog.buttons) {
         NSButton* button = [alert addButtonWithTitle:toNSString(each.title)];
         if (each.role == DialogButtonRole::cancel)
@@ -89,10 +91,9 @@ class DialogBinding : public Binding {
     void present(std::shared_ptr<Question> question) {
         if (!isInWindow()) {
             [NSApp activateIgnoringOtherApps:YES];
-            // A popover hangs on the menu bar, above the level of alerts.
-            NSWindow* below = inner().window;
-            NSWindow* window = question->alert.window;
-            window.level = std::max(window.level, below.visible ? below.level + 1 : 0);
+            putAbovePopover(question->alert.window);
+            // The modal session may give its window a level of its own: once more inside of it.
+            later([this, question] { putAbovePopover(question->alert.window); });
             const auto response = [question->alert runModal];
             if (!question->abandoned)
                 answered(response);
@@ -104,6 +105,12 @@ class DialogBinding : public Binding {
                                   if (!question->abandoned)
                                       answered(response);
                                 }];
+    }
+
+    // A popover hangs on the menu bar, above the level of alerts.
+    void putAbovePopover(NSWindow* alert) const {
+        NSWindow* below = inner().window;
+        alert.level = std::max(alert.level, below.visible ? below.level + 1 : 0);
     }
 
     void answered(NSModalResponse response) {

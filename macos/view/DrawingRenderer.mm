@@ -23,7 +23,8 @@ CGRect cgRect(const Rect& rect) {
 
 class Renderer {
   public:
-    explicit Renderer(CGContextRef context) : context_(context) {}
+    explicit Renderer(CGContextRef context)
+        : context_(context) {}
 
     void draw(std::span<const Primitive> primitives) {
         for (std::size_t i = 0; i < primitives.size(); ++i) {
@@ -200,9 +201,10 @@ void Renderer::draw(const DrawnText& text) {
         used = attributes(text.size * std::min(1.0, fitting));
         size = [line sizeWithAttributes:used];
     }
-    // Half a point more: what fits exactly must not be shortened for the sake of rounding.
+    // A little more: what fits exactly must not be shortened, or left out, for the sake of
+    // rounding.
     const auto lineRect = CGRectMake(place.origin.x - 0.25, CGRectGetMidY(place) - size.height / 2,
-                                     place.size.width + 0.5, size.height);
+                                     place.size.width + 0.5, size.height + 0.5);
     [NSGraphicsContext saveGraphicsState];
     NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithCGContext:context_
                                                                                flipped:YES];

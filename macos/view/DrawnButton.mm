@@ -73,7 +73,8 @@
 
 - (void)keyDown:(NSEvent*)event {
     NSString* keys = event.charactersIgnoringModifiers;
-    if ([keys isEqualToString:@" "] || [keys isEqualToString:@"\r"])
+    const unichar key = keys.length == 1 ? [keys characterAtIndex:0] : 0;
+    if (key == ' ' || key == NSCarriageReturnCharacter || key == NSEnterCharacter)
         [self act];
     else
         [super keyDown:event];

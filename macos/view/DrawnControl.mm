@@ -6,6 +6,7 @@
     if ((self = [super initWithFrame:frame])) {
         _enabled = YES;
         self.accessibilityElement = YES;
+        self.accessibilityEnabled = YES;
     }
     return self;
 }
@@ -28,6 +29,13 @@
 
 - (BOOL)acceptsFirstResponder {
     return self.takesKeyboard && self.enabled && NSApp.fullKeyboardAccessEnabled;
+}
+
+- (void)setFrameSize:(NSSize)size {
+    const bool differs = !NSEqualSizes(size, self.frame.size);
+    [super setFrameSize:size];
+    if (differs)
+        [self noteFocusRingMaskChanged];
 }
 
 - (NSRect)focusRingMaskBounds {

@@ -9,8 +9,8 @@ char context;
 } // namespace
 
 @implementation ORVFocusFollower {
-    // Held strongly, it would hold itself through the view that owns this.
-    __unsafe_unretained NSWindow* _window;
+    // Holds itself through the view that owns this, until that view leaves it.
+    NSWindow* _window;
     __weak NSView* _root;
 }
 
@@ -25,6 +25,8 @@ char context;
 
 - (void)dealloc {
     [_window removeObserver:self forKeyPath:followedKey context:&context];
+    // Not here, where a view is about to leave it.
+    CFAutorelease(CFBridgingRetain(_window));
 }
 
 - (void)observeValueForKeyPath:(NSString*)keyPath
@@ -40,8 +42,15 @@ char context;
         return;
     auto* view = static_cast<NSView*>(focused);
     NSView* root = _root;
-    if (root && [view isDescendantOf:root])
-        [view scrollRectToVisible:NSInsetRect(view.bounds, -margin, -margin)];
+    if (!root || ![view isDescendantOf:root])
+        return;
+    // One view scrolls only what is next around it: a row, but not the page that the row is on.
+    const auto wanted = NSInsetRect(view.bounds, -margin, -margin);
+    for (NSScrollView* scroll = view.enclosingScrollView; scroll;
+         scroll = scroll.enclosingScrollView) {
+        NSView* content = scroll.documentView;
+        [content scrollRectToVisible:[view convertRect:wanted toView:content]];
+    }
 }
 
 @end

@@ -12,7 +12,9 @@ namespace {
 using orrivane::View;
 using orrivane::ViewAction;
 
-void collect(const View& view, ViewAction View::* which, std::vector<ViewAction>& actions) {
+using ChosenAction = ViewAction View::*;
+
+void collect(const View& view, ChosenAction which, std::vector<ViewAction>& actions) {
     if ((view.*which).run)
         actions.push_back(view.*which);
     std::visit(
@@ -117,6 +119,11 @@ View scrolling(const View& root) {
     [super setFrameSize:size];
     if (differs)
         [self layOut];
+}
+
+- (void)viewDidEndLiveResize {
+    [super viewDidEndLiveResize];
+    [self layOut]; // heights that changed meanwhile are told only now
 }
 
 - (void)viewWillMoveToWindow:(NSWindow*)window {

@@ -10,12 +10,22 @@
 @interface ORVRowScrollView : NSScrollView
 @end
 
-@implementation ORVRowScrollView
+@implementation ORVRowScrollView {
+    BOOL _leavesGesture; // to the page
+}
 
+// A gesture has one receiver from its beginning to the end of its momentum, wherever it turns: one
+// that hears only a part of it stays pulled beyond its edge.
 - (void)scrollWheel:(NSEvent*)event {
-    if (std::abs(event.scrollingDeltaY) > std::abs(event.scrollingDeltaX))
+    const bool isWheel = event.phase == NSEventPhaseNone && event.momentumPhase == NSEventPhaseNone;
+    if (isWheel || event.phase == NSEventPhaseBegan)
+        _leavesGesture = std::abs(event.scrollingDeltaY) >= std::abs(event.scrollingDeltaX);
+    // Fingers that only rest have no direction yet.
+    const bool isUndecided =
+        event.phase == NSEventPhaseMayBegin || event.phase == NSEventPhaseCancelled;
+    if (isUndecided || _leavesGesture)
         [self.nextResponder scrollWheel:event];
-    else
+    if (isUndecided || !_leavesGesture)
         [super scrollWheel:event];
 }
 
@@ -25,7 +35,8 @@ namespace orrivane {
 
 namespace {
 
-template <typename ScrollView> ScrollView* makeScrollView(Axis axis) {
+template <typename ScrollView>
+ScrollView* makeScrollView(Axis axis) {
     ScrollView* scroll = [[ScrollView alloc] initWithFrame:NSZeroRect];
     scroll.drawsBackground = NO;
     scroll.borderType = NSNoBorder;
@@ -42,22 +53,29 @@ template <typename ScrollView> ScrollView* makeScrollView(Axis axis) {
 }
 
 /// What a scroller takes away that does not lie over the content, points.
-CGSize scrollerRoom(NSScrollView* scroll) {
+CGSize scrollerRoom() {
     constexpr CGSize some{1000, 1000};
     const auto left = [NSScrollView contentSizeForFrameSize:some
                                     horizontalScrollerClass:NSScroller.class
                                       verticalScrollerClass:NSScroller.class
                                                  borderType:NSNoBorder
                                                 controlSize:NSControlSizeRegular
-                                              scrollerStyle:scroll.scrollerStyle];
+                                              scrollerStyle:NSScroller.preferredScrollerStyle];
     return {some.width - left.width, some.height - left.height};
+}
+
+// A scroll view may hear later than this that the user's preference has changed.
+void setUp(NSScrollView* scroll, CGSize content) {
+    if (scroll.scrollerStyle != NSScroller.preferredScrollerStyle)
+        scroll.scrollerStyle = NSScroller.preferredScrollerStyle;
+    scroll.documentView.frame = {{0, 0}, content};
 }
 
 class VerticalScrollBinding : public Binding {
   public:
     explicit VerticalScrollBinding(const View& first)
-        : Binding(first, makeScrollView<NSScrollView>(Axis::vertical)),
-          list_(scroll().documentView, Axis::vertical, Alignment::leading) {}
+        : Binding(first, makeScrollView<NSScrollView>(Axis::vertical))
+        , list_(scroll().documentView, Axis::vertical, Alignment::leading) {}
 
     bool fillsWidth() const override { return true; }
     bool fillsHeight() const override { return true; }
@@ -80,10 +98,10 @@ class VerticalScrollBinding : public Binding {
         const double natural = list_.measure(size.width).height;
         CGSize content{size.width, natural};
         if (natural > size.height) {
-            content.width = std::max(0.0, size.width - scrollerRoom(scroll()).width);
+            content.width = std::max(0.0, size.width - scrollerRoom().width);
             content.height = list_.measure(content.width).height;
         }
-        scroll().documentView.frame = {{0, 0}, content};
+        setUp(scroll(), content);
         list_.place(content);
         if (size.width > 0)
             report(natural);
@@ -92,22 +110,29 @@ class VerticalScrollBinding : public Binding {
   private:
     [[nodiscard]] NSScrollView* scroll() const { return static_cast<NSScrollView*>(inner()); }
 
-    // Later: whoever hears of it resizes the window, which lays out again.
+    // Later: whoever hears of it resizes the window, which lays out again. Not while the user does:
+    // the two would pull at one edge, and after the last layout of that comes one more.
     void report(double height) {
-        if (std::exchange(reported_, height) != height)
-            later([this, height] { runAction(changed_, height); });
+        natural_ = height;
+        if (natural_ == reported_)
+            return;
+        later([this] {
+            if (!inner().inLiveResize && std::exchange(reported_, natural_) != natural_)
+                runAction(changed_, natural_);
+        });
     }
 
     ChildList list_;
     ValueAction<double> changed_;
+    double natural_ = -1;
     double reported_ = -1;
 };
 
 class HorizontalScrollBinding : public Binding {
   public:
     explicit HorizontalScrollBinding(const View& first)
-        : Binding(first, makeScrollView<ORVRowScrollView>(Axis::horizontal)),
-          list_(scroll().documentView, Axis::horizontal, Alignment::center) {}
+        : Binding(first, makeScrollView<ORVRowScrollView>(Axis::horizontal))
+        , list_(scroll().documentView, Axis::horizontal, Alignment::center) {}
 
     bool fillsWidth() const override { return true; }
     bool shrinks() const override { return true; }
@@ -125,13 +150,13 @@ class HorizontalScrollBinding : public Binding {
     CGSize measureContent(CGFloat width) override {
         auto size = list_.measure(unboundedWidth);
         if (size.width > width)
-            size.height += scrollerRoom(scroll()).height;
+            size.height += scrollerRoom().height;
         return size;
     }
 
     void placeContent(CGSize) override {
         const auto content = list_.measure(unboundedWidth);
-        scroll().documentView.frame = {{0, 0}, content};
+        setUp(scroll(), content);
         list_.place(content);
     }
 

@@ -33,11 +33,11 @@ double snapped(const Slider& slider, double value) {
 class SliderBinding : public Binding {
   public:
     explicit SliderBinding(const View& first)
-        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect]),
-          label_([[ORVTextField alloc] initWrapping:NO]),
-          low_([[ORVTextField alloc] initWrapping:NO]),
-          slider_([NSSlider sliderWithValue:0 minValue:0 maxValue:1 target:nil action:nil]),
-          high_([[ORVTextField alloc] initWrapping:NO]) {
+        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect])
+        , label_([[ORVTextField alloc] initWrapping:NO])
+        , low_([[ORVTextField alloc] initWrapping:NO])
+        , slider_([NSSlider sliderWithValue:0 minValue:0 maxValue:1 target:nil action:nil])
+        , high_([[ORVTextField alloc] initWrapping:NO]) {
         hideFromAccessibility(label_); // the slider's name already
         slider_.continuous = YES;
         for (NSView* each in @[ label_, low_, slider_, high_ ])
@@ -120,9 +120,9 @@ class SliderBinding : public Binding {
 
     void moved() {
         const double value = snapped(node_, slider_.doubleValue);
+        unlessValueComes([this] { showValue(); });
         if (std::exchange(known_, value) != value)
-            runAction(node_.changed, value);
-        afterNextValue([this] { showValue(); });
+            runAction(node_.changed, value); // comes last: it may replace this
     }
 
     Slider node_;

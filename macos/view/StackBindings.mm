@@ -11,8 +11,8 @@ namespace {
 class StackBinding : public Binding {
   public:
     explicit StackBinding(const View& first)
-        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect]),
-          list_(inner(), axisOf(first), alignmentOf(first)) {}
+        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect])
+        , list_(inner(), axisOf(first), alignmentOf(first)) {}
 
     bool fillsWidth() const override { return Binding::fillsWidth() || list_.fillsWidth(); }
     bool fillsHeight() const override { return list_.fillsHeight(); }
@@ -106,7 +106,8 @@ class OverlayBinding : public Binding {
 class SpacerBinding : public Binding {
   public:
     SpacerBinding(const View& first, Axis axis)
-        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect]), axis_(axis) {}
+        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect])
+        , axis_(axis) {}
 
     bool fillsWidth() const override { return axis_ == Axis::horizontal; }
     bool fillsHeight() const override { return axis_ == Axis::vertical; }

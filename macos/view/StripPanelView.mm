@@ -42,12 +42,16 @@ double spacing(const View& root) {
 @implementation ORVStripPanelView {
     View _root;
     NSMutableDictionary<NSNumber*, ORVDrawnButton*>* _buttons;
+    NSArray<ORVDrawnButton*>* _row; // as they stand
 }
 
 - (instancetype)initWithFrame:(NSRect)frame {
     if ((self = [super initWithFrame:frame])) {
         _buttons = [NSMutableDictionary dictionary];
+        _row = @[];
         self.wantsLayer = YES;
+        self.accessibilityElement = YES;
+        self.accessibilityLabel = @"Hidden menu bar icons";
         self.accessibilityRole = NSAccessibilityGroupRole;
     }
     return self;
@@ -61,30 +65,23 @@ double spacing(const View& root) {
     return YES;
 }
 
-- (void)viewDidMoveToWindow {
-    [super viewDidMoveToWindow];
-    // Only when told so does a clear window hear clicks on pixels where nothing is drawn.
-    self.window.ignoresMouseEvents = NO;
-    // The program is hardly ever the active one.
-    self.window.allowsToolTipsWhenApplicationIsInactive = YES;
-}
-
 // Buttons stay: a new one would lose the click that is under way and the tooltip that is shown.
 - (void)setRoot:(const View&)root {
     _root = root;
     NSMutableDictionary<NSNumber*, ORVDrawnButton*>* buttons = [NSMutableDictionary dictionary];
-    NSMutableArray<NSView*>* order = [NSMutableArray array];
+    NSMutableArray<ORVDrawnButton*>* row = [NSMutableArray array];
     for (const auto& cell : cells(_root)) {
         ORVDrawnButton* button = _buttons[cell.key];
         if (!button || buttons[cell.key])
             button = [[ORVDrawnButton alloc] initWithFrame:NSZeroRect];
         [self show:cell in:button];
         buttons[cell.key] = button;
-        [order addObject:button];
+        [row addObject:button];
     }
     _buttons = buttons;
-    if (![self.subviews isEqualToArray:order])
-        self.subviews = order;
+    _row = row;
+    if (![self.subviews isEqualToArray:row])
+        self.subviews = row;
     [self layOut];
 }
 
@@ -94,24 +91,22 @@ double spacing(const View& root) {
     [button setAction:cell.button->action secondary:cell.button->secondaryAction];
     button.enabled = view.isEnabled;
     NSString* tooltip = view.tooltip.empty() ? nil : orrivane::toNSString(view.tooltip);
-    if (button.toolTip != tooltip && ![button.toolTip isEqualToString:tooltip])
+    if (button.toolTip != tooltip && (!tooltip || ![button.toolTip isEqualToString:tooltip]))
         button.toolTip = tooltip;
     const auto& name = view.accessibilityName.empty() ? view.tooltip : view.accessibilityName;
     button.accessibilityLabel = orrivane::toNSString(name);
 }
 
 - (void)layOut {
-    const auto row = cells(_root);
     const double gap = spacing(_root);
-    double total = row.empty() ? 0 : gap * double(row.size() - 1);
-    for (const auto& cell : row)
-        total += cell.button->label.size.width;
+    double total = _row.count == 0 ? 0 : gap * double(_row.count - 1);
+    for (ORVDrawnButton* button in _row)
+        total += button.drawing.size.width;
     const auto room = self.bounds.size;
     double left = (room.width - total) / 2;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        const auto& size = row[i].button->label.size;
-        self.subviews[i].frame =
-            NSMakeRect(left, (room.height - size.height) / 2, size.width, size.height);
+    for (ORVDrawnButton* button in _row) {
+        const auto& size = button.drawing.size;
+        button.frame = NSMakeRect(left, (room.height - size.height) / 2, size.width, size.height);
         left += size.width + gap;
     }
 }

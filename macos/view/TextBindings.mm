@@ -40,9 +40,9 @@ class TextBinding : public Binding {
 class LabelBinding : public Binding {
   public:
     explicit LabelBinding(const View& first)
-        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect]),
-          symbol_([[NSImageView alloc] initWithFrame:NSZeroRect]),
-          field_([[ORVTextField alloc] initWrapping:YES]) {
+        : Binding(first, [[ORVFlippedView alloc] initWithFrame:NSZeroRect])
+        , symbol_([[NSImageView alloc] initWithFrame:NSZeroRect])
+        , field_([[ORVTextField alloc] initWrapping:YES]) {
         [inner() addSubview:symbol_];
         [inner() addSubview:field_];
     }
@@ -111,7 +111,9 @@ class LabelBinding : public Binding {
 
 } // namespace
 
-std::unique_ptr<Binding> bindText(const View& view) { return std::make_unique<TextBinding>(view); }
+std::unique_ptr<Binding> bindText(const View& view) {
+    return std::make_unique<TextBinding>(view);
+}
 std::unique_ptr<Binding> bindLabel(const View& view) {
     return std::make_unique<LabelBinding>(view);
 }

@@ -31,6 +31,8 @@ class TileBinding : public Binding {
 
 } // namespace
 
-std::unique_ptr<Binding> bindTile(const View& view) { return std::make_unique<TileBinding>(view); }
+std::unique_ptr<Binding> bindTile(const View& view) {
+    return std::make_unique<TileBinding>(view);
+}
 
 } // namespace orrivane

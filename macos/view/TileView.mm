@@ -52,8 +52,10 @@ ORVTileView* dragSource = nil;
 }
 
 - (void)resetCursorRects {
-    if (self.enabled)
-        [self addCursorRect:self.bounds cursor:NSCursor.openHandCursor];
+    // The system does not clip it: in a scrolled row it would reach over what stands beside it.
+    const auto shown = NSIntersectionRect(self.bounds, self.visibleRect);
+    if (self.enabled && !NSIsEmptyRect(shown))
+        [self addCursorRect:shown cursor:NSCursor.openHandCursor];
 }
 
 #pragma mark Source
@@ -103,6 +105,11 @@ ORVTileView* dragSource = nil;
     sourceOperationMaskForDraggingContext:(NSDraggingContext)context {
     return context == NSDraggingContextWithinApplication ? NSDragOperationMove
                                                          : NSDragOperationNone;
+}
+
+// With Option or Control the system would ask for a copy or a link, which nobody offers.
+- (BOOL)ignoreModifierKeysForDraggingSession:(NSDraggingSession*)session {
+    return YES;
 }
 
 - (void)draggingSession:(NSDraggingSession*)session
@@ -176,7 +183,24 @@ ORVTileView* dragSource = nil;
 
 - (void)viewWillMoveToWindow:(NSWindow*)window {
     [self letGoDropping:NO];
+    [NSNotificationCenter.defaultCenter removeObserver:self
+                                                  name:NSWindowDidResignKeyNotification
+                                                object:nil];
     [super viewWillMoveToWindow:window];
+}
+
+- (void)viewDidMoveToWindow {
+    [super viewDidMoveToWindow];
+    if (self.window)
+        [NSNotificationCenter.defaultCenter addObserver:self
+                                               selector:@selector(windowDidResignKey:)
+                                                   name:NSWindowDidResignKeyNotification
+                                                 object:self.window];
+}
+
+// Such a window keeps its first responder, and hears nothing of the keys that are let go.
+- (void)windowDidResignKey:(NSNotification*)notification {
+    [self letGoDropping:NO];
 }
 
 - (void)stepBy:(int)direction {
