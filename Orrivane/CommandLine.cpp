@@ -17,6 +17,8 @@ constexpr std::string_view usage =
     "      --diagnose    say what it sees, what it would mirror and why not the rest, and\n"
     "                    exit; works beside a running Orrivane\n"
     "      --json        with --diagnose: for machines\n"
+    "      --capture     with --diagnose: also try to take a picture of every item, and\n"
+    "                    say what came of it; nothing is kept\n"
     "      --quit        end the Orrivane that runs on this desktop\n"
     "  -h, --help        show this help and exit\n"
     "      --version     show the version and exit\n";
@@ -52,6 +54,26 @@ std::optional<double> number(std::string_view field) {
     return (negative ? -value : value) / (place == 0 ? 1 : place);
 }
 
+// An option with a value; `at` is moved on to the value's argument.
+std::optional<UsageError> parseSetNotch(std::span<const std::string_view> arguments,
+                                        std::size_t& at, Command& command) {
+    constexpr std::string_view setNotch = "--set-notch";
+    const auto argument = arguments[at];
+    std::optional<std::string_view> notch;
+    if (argument.starts_with(setNotch) && argument.substr(setNotch.size()).starts_with('='))
+        notch = argument.substr(setNotch.size() + 1);
+    else if (argument == setNotch)
+        notch = at + 1 < arguments.size() ? arguments[++at] : std::string_view{};
+    if (!notch)
+        return UsageError{"Unknown option '" + std::string(argument) +
+                          "'; orrivane --help lists the options."};
+    const auto parsed = CommandLine::parseNotch(*notch);
+    if (const auto* error = std::get_if<UsageError>(&parsed))
+        return *error;
+    command = SetNotchCommand{std::get<Rect>(parsed)};
+    return std::nullopt;
+}
+
 } // namespace
 
 std::variant<Rect, UsageError> CommandLine::parseNotch(std::string_view text) {
@@ -75,41 +97,30 @@ std::variant<Rect, UsageError> CommandLine::parseNotch(std::string_view text) {
 
 Command CommandLine::parse(std::span<const std::string_view> arguments) {
     Command command = RunCommand{};
-    bool json = false;
+    DiagnoseCommand details;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const auto argument = arguments[i];
-        constexpr std::string_view setNotch = "--set-notch";
         if (argument == "-h" || argument == "--help")
             return PrintCommand{std::string(usage)};
         if (argument == "--version")
             return PrintCommand{"Orrivane " + std::string(version()) + "\n"};
-        if (argument == "--json" || argument == "--diagnose" || argument == "--quit") {
-            if (argument == "--json")
-                json = true;
-            else if (argument == "--quit")
-                command = QuitCommand{};
-            else
-                command = DiagnoseCommand{};
-            continue;
-        }
-        std::optional<std::string_view> notch;
-        if (argument.starts_with(setNotch) && argument.substr(setNotch.size()).starts_with('='))
-            notch = argument.substr(setNotch.size() + 1);
-        else if (argument == setNotch)
-            notch = i + 1 < arguments.size() ? arguments[++i] : std::string_view{};
-        if (!notch)
-            return UsageError{"Unknown option '" + std::string(argument) +
-                              "'; orrivane --help lists the options."};
-        const auto parsed = parseNotch(*notch);
-        if (const auto* error = std::get_if<UsageError>(&parsed))
+        if (argument == "--json")
+            details.json = true;
+        else if (argument == "--capture")
+            details.capture = true;
+        else if (argument == "--quit")
+            command = QuitCommand{};
+        else if (argument == "--diagnose")
+            command = DiagnoseCommand{};
+        else if (const auto error = parseSetNotch(arguments, i, command))
             return *error;
-        command = SetNotchCommand{std::get<Rect>(parsed)};
     }
-    if (!json)
+    if (!details.json && !details.capture)
         return command;
     if (!std::holds_alternative<DiagnoseCommand>(command))
-        return UsageError{"--json goes with --diagnose only; orrivane --help lists the options."};
-    return DiagnoseCommand{.json = true};
+        return UsageError{std::string(details.json ? "--json" : "--capture") +
+                          " goes with --diagnose only; orrivane --help lists the options."};
+    return details;
 }
 
 std::string_view CommandLine::version() {

@@ -22,6 +22,7 @@ struct SetNotchCommand {
 /// Print what the program sees and would do, then end.
 struct DiagnoseCommand {
     bool json = false;
+    bool capture = false; ///< also try to take a picture of every item
 };
 /// End the program that runs on this desktop.
 struct QuitCommand {};

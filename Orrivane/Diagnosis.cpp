@@ -1,6 +1,7 @@
 #include <Orrivane/Diagnosis.h>
 
 #include <Orrivane/CommandLine.h>
+#include <Orrivane/IconIdentity.h>
 #include <Orrivane/SqueezeEngine.h>
 #include <Orrivane/StripController.h>
 #include <Orrivane/platform/Accessibility.h>
@@ -10,8 +11,10 @@
 #include <Orrivane/platform/Screens.h>
 #include <Orrivane/platform/UserDefaults.h>
 #include <Orrivane/platform/WindowList.h>
+#include <Orrivane/platform/Workspace.h>
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace orrivane {
@@ -22,11 +25,6 @@ constexpr std::string_view visibleReason = "it is visible";
 constexpr std::string_view ownReason = "it is Orrivane's own";
 constexpr std::string_view roomReason = "there is no room left of the notch";
 
-std::set<std::int64_t> numbers(OwnWindows& windows) {
-    const auto all = windows.windowNumbers();
-    return {all.begin(), all.end()};
-}
-
 } // namespace
 
 Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferences,
@@ -34,7 +32,8 @@ Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferenc
     Diagnosis result;
     result.runningProcess = runningProcess;
     result.version = CommandLine::version();
-    result.screens = platform.screens.screens();
+    result.bundle = platform.workspace.versionStrings();
+    result.describeScreens(platform.screens);
     result.displayAsleep = platform.screens.mainDisplayIsAsleep();
     result.screenCaptureGranted = platform.screenCapture.preflightAccess();
     result.accessibilityTrusted = platform.accessibility.isTrusted();
@@ -48,6 +47,8 @@ Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferenc
     result.notch = census.notch;
     if (result.accessibilityTrusted)
         result.menuWidth = IconIdentity::frontmostMenuWidth(platform.accessibility);
+    result.menuBarOwner = platform.accessibility.menuBarOwningApplication();
+    result.frontmost = platform.accessibility.frontmostApplication();
     const auto owners = IconIdentity::resolveOwners(platform.accessibility);
     for (const auto& window : census.items) {
         Item item;
@@ -58,13 +59,35 @@ Diagnosis Diagnosis::take(const Platform& platform, GlobalPreferences& preferenc
         }
         result.items.push_back(std::move(item));
     }
-    result.giveReasons(numbers(platform.ownWindows));
+    result.listWindows(platform.windowList);
+    result.extrasBars = ExtrasBar::readAll(platform.accessibility, platform.mainLoop);
+    result.ownWindows = platform.ownWindows.windowNumbers();
+    result.giveReasons();
     return result;
 }
 
-void Diagnosis::giveReasons(const std::set<std::int64_t>& ownNumbers) {
+void Diagnosis::describeScreens(Screens& port) {
+    screens = port.screens();
+    const auto main = port.mainScreen();
+    for (const auto& screen : screens)
+        screenPlaces.push_back({port.visibleFrame(screen), main == screen});
+}
+
+void Diagnosis::listWindows(WindowList& list) {
+    const auto isNearATop = [&](const Rect& bounds) {
+        return std::ranges::any_of(screens, [&](const ScreenDescription& screen) {
+            const double top = screens.front().frame.maxY() - screen.frame.maxY();
+            return std::abs(bounds.minY() - top) < topBand;
+        });
+    };
+    for (auto& entry : list.ownedWindows())
+        if (entry.window.bounds && isNearATop(*entry.window.bounds))
+            windows.push_back(std::move(entry));
+}
+
+void Diagnosis::giveReasons() {
     const auto isOwn = [&](const Item& item) {
-        return ownNumbers.contains(item.window.id) ||
+        return std::ranges::find(ownWindows, item.window.id) != ownWindows.end() ||
                (item.process > 0 && item.process == runningProcess);
     };
     std::vector<StatusItemWindow> hidden;

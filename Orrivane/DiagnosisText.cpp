@@ -1,141 +1,132 @@
 #include <Orrivane/Diagnosis.h>
 
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <string_view>
+#include <Orrivane/support/PlainText.h>
+
+#include <cstddef>
 
 namespace orrivane {
 
 namespace {
 
-// Shortest form, independent of the locale. What is no number is null in JSON.
-std::string number(double value) {
-    if (!std::isfinite(value))
-        return "null";
-    if (value == std::trunc(value) && std::abs(value) < 1e15)
-        return std::to_string(static_cast<std::int64_t>(value));
-    std::array<char, 32> digits{};
-    const double hundredths = std::round(value * 100);
-    std::string sign = hundredths < 0 ? "-" : "";
-    const auto whole = static_cast<std::int64_t>(std::abs(hundredths));
-    if (std::abs(hundredths) >= 1e15)
-        return "null";
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), whole / 100).ptr;
-    std::string fraction = std::to_string(whole % 100);
-    if (fraction.size() == 1)
-        fraction.insert(0, 1, '0');
-    return sign + std::string(digits.data(), end) + "." + fraction;
-}
-
 std::string number(const std::optional<std::int64_t>& value, const char* absent) {
     return value ? std::to_string(*value) : absent;
 }
 
-std::string quoted(std::string_view text) {
-    constexpr std::string_view hex = "0123456789abcdef";
-    std::string result = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            result += '\\';
-            result += c;
-        } else if (byte < 0x20) {
-            result += "\\u00";
-            result += hex[byte >> 4];
-            result += hex[byte & 15];
-        } else {
-            result += c;
-        }
-    }
-    return result + "\"";
-}
-
-std::string truth(bool value) {
-    return value ? "true" : "false";
-}
-
-std::string list(const Rect& rect) {
-    return "[" + number(rect.origin.x) + "," + number(rect.origin.y) + "," +
-           number(rect.size.width) + "," + number(rect.size.height) + "]";
-}
-
 std::string plain(const Rect& rect) {
-    return number(rect.size.width) + " x " + number(rect.size.height) + " at " +
-           number(rect.origin.x) + "," + number(rect.origin.y);
+    return decimal(rect.size.width) + " x " + decimal(rect.size.height) + " at " +
+           decimal(rect.origin.x) + "," + decimal(rect.origin.y);
+}
+
+std::string plain(const std::optional<Rect>& rect) {
+    return rect ? plain(*rect) : "place unknown";
 }
 
 std::string yes(bool value) {
     return value ? "yes" : "no";
 }
 
-std::string list(const std::optional<Rect>& rect) {
-    return rect ? list(*rect) : "null";
+std::string program(std::string_view name, std::optional<std::int64_t> process) {
+    return (name.empty() ? "unknown" : oneLine(name)) + " (" + number(process, "unknown") + ")";
 }
 
-std::string jsonOf(const ScreenDescription& screen) {
-    return "{\"frame\":" + list(screen.frame) + ",\"safeAreaTop\":" + number(screen.safeAreaTop) +
-           ",\"auxiliaryTopLeftArea\":" + list(screen.auxiliaryTopLeftArea) +
-           ",\"auxiliaryTopRightArea\":" + list(screen.auxiliaryTopRightArea) + "}";
+std::string program(const std::optional<RunningApplication>& application) {
+    if (!application)
+        return "unknown";
+    return program(application->localizedName.value_or(application->bundleIdentifier.value_or("")),
+                   application->processIdentifier);
 }
 
-std::string jsonOf(const NotchInfo& notch) {
-    return "{\"screenMinX\":" + number(notch.screenMinX) +
-           ",\"screenWidth\":" + number(notch.screenWidth) +
-           ",\"menuBarHeight\":" + number(notch.menuBarHeight) +
-           ",\"notchMinX\":" + number(notch.notchMinX) +
-           ",\"notchMaxX\":" + number(notch.notchMaxX) + "}";
+std::string screenLines(const Diagnosis& diagnosis) {
+    std::string out = diagnosis.screens.empty() ? "Screen: none\n" : "";
+    for (std::size_t i = 0; i < diagnosis.screens.size(); ++i) {
+        const auto& screen = diagnosis.screens[i];
+        out += "Screen: " + plain(screen.frame) + ", top inset " + decimal(screen.safeAreaTop);
+        if (i < diagnosis.screenPlaces.size())
+            out += ", free " + plain(diagnosis.screenPlaces[i].visibleFrame) +
+                   (diagnosis.screenPlaces[i].isMain ? ", main" : "");
+        out += "\n";
+    }
+    return out;
 }
 
-std::string jsonOf(const Diagnosis::Item& item) {
-    return "{\"id\":" + std::to_string(item.window.id) + ",\"frame\":" + list(item.window.frame) +
-           ",\"application\":" + quoted(item.application) +
-           ",\"process\":" + std::to_string(item.process) +
-           ",\"isOnscreen\":" + truth(item.window.isOnscreen) +
-           ",\"isEaten\":" + truth(item.window.isEaten) +
-           ",\"isMirrored\":" + truth(item.reason.empty()) + ",\"reason\":" + quoted(item.reason) +
-           "}";
+std::string line(const Diagnosis::Item& item) {
+    return "  " + std::to_string(item.window.id) + "  " + plain(item.window.frame) + "  " +
+           program(item.application, item.process) + "  " +
+           (item.window.isEaten ? "hidden" : "visible") +
+           (item.window.isOnscreen ? "" : ", off screen") +
+           (item.reason.empty() ? ", mirrored" : ", not mirrored: " + item.reason) + "\n";
 }
 
-template <typename Values>
-std::string array(const Values& values) {
-    std::string result = "[";
-    for (const auto& value : values)
-        result += (result.size() > 1 ? "," : "") + jsonOf(value);
-    return result + "]";
+std::string line(const OwnedWindow& entry) {
+    return "  " + number(entry.window.number, "no number") + "  layer " +
+           number(entry.window.layer, "unknown") + "  " + plain(entry.window.bounds) + "  " +
+           program(entry.owner.value_or(""), entry.process) +
+           (entry.window.onscreen.value_or(false) ? "" : ", off screen") + "\n";
+}
+
+std::string lines(const ExtrasBar& bar) {
+    std::string out = "  " + program(bar.application, bar.process) + "  ";
+    const auto time = " in " + decimal(bar.milliseconds) + " ms";
+    if (!bar.answered)
+        return out + "no answer" + time + "\n";
+    out += (bar.isThere ? std::to_string(bar.childCount) + " items" : "none") + time + "\n";
+    for (const auto& child : bar.children)
+        out += "    " + (child.role.empty() ? "no role" : oneLine(child.role)) + "  " +
+               plain(child.frame) + "\n";
+    if (bar.children.size() < bar.childCount)
+        out += "    the rest was not asked: it took too long\n";
+    return out;
+}
+
+std::string line(const CaptureProbe& probe) {
+    auto out = "  " + std::to_string(probe.window) + "  ";
+    if (!probe.isInSnapshot)
+        return out + "not in the snapshot\n";
+    if (!probe.picture)
+        return out + "no picture\n";
+    out += std::to_string(probe.picture->width) + " x " + std::to_string(probe.picture->height) +
+           " pixels";
+    if (!probe.picture->isClear)
+        return out + ", unread\n";
+    return out + (*probe.picture->isClear ? ", all clear\n" : "\n");
+}
+
+std::string captureLines(const std::optional<CaptureProbes>& captures) {
+    if (!captures)
+        return "Captures: none asked for\n";
+    if (!captures->snapshotSize)
+        return "Captures: there is no snapshot\n";
+    auto out =
+        "Captures: the snapshot has " + std::to_string(*captures->snapshotSize) + " windows\n";
+    for (const auto& probe : captures->windows)
+        out += line(probe);
+    return out;
+}
+
+std::string ownWindowsLine(const std::vector<std::int64_t>& windows) {
+    std::string out = "Own windows of this process:";
+    for (const auto window : windows)
+        out += " " + std::to_string(window);
+    return out + (windows.empty() ? " none\n" : "\n");
 }
 
 } // namespace
 
-std::string Diagnosis::json() const {
-    return "{\"version\":" + quoted(version) +
-           ",\"runningProcess\":" + number(runningProcess, "null") +
-           ",\"screens\":" + array(screens) + ",\"displayAsleep\":" + truth(displayAsleep) +
-           ",\"notch\":" + (notch ? jsonOf(*notch) : "null") +
-           ",\"menuWidth\":" + (menuWidth ? number(*menuWidth) : "null") +
-           ",\"screenCaptureGranted\":" + truth(screenCaptureGranted) +
-           ",\"accessibilityTrusted\":" + truth(accessibilityTrusted) +
-           ",\"stripEnabled\":" + truth(stripEnabled) +
-           ",\"mirrorOnExternal\":" + truth(mirrorOnExternal) +
-           ",\"spacing\":" + number(spacing, "null") + ",\"padding\":" + number(padding, "null") +
-           ",\"obstacle\":" + quoted(obstacle()) + ",\"items\":" + array(items) + "}\n";
-}
-
 std::string Diagnosis::text() const {
     std::string out = "Orrivane " + version + "\n";
+    out += "Version in the bundle: " + oneLine(bundle.version) + ", build " +
+           oneLine(bundle.build) + "\n";
     out +=
         "Running: " + (runningProcess ? "yes, process " + std::to_string(*runningProcess) : "no") +
         "\n";
-    for (const auto& screen : screens)
-        out +=
-            "Screen: " + plain(screen.frame) + ", top inset " + number(screen.safeAreaTop) + "\n";
-    if (screens.empty())
-        out += "Screen: none\n";
+    out += screenLines(*this);
     out += "Screen asleep: " + yes(displayAsleep) + "\n";
-    out += notch ? "Notch: from " + number(notch->notchMinX) + " to " + number(notch->notchMaxX) +
-                       ", bar " + number(notch->menuBarHeight) + " high\n"
+    out += notch ? "Notch: from " + decimal(notch->notchMinX) + " to " + decimal(notch->notchMaxX) +
+                       ", bar " + decimal(notch->menuBarHeight) + " high\n"
                  : "Notch: none known\n";
-    out += "Menus: " + (menuWidth ? number(*menuWidth) + " wide" : "width unknown") + "\n";
+    out += "Menus: " + (menuWidth ? decimal(*menuWidth) + " wide" : "width unknown") + "\n";
+    out += "Menu bar belongs to: " + program(menuBarOwner) + "\n";
+    out += "In front: " + program(frontmost) + "\n";
     out += "Screen capture allowed: " + yes(screenCaptureGranted) + "\n";
     out += "Pressing items allowed: " + yes(accessibilityTrusted) + "\n";
     out += "Tray switched on: " + yes(stripEnabled) + "\n";
@@ -146,12 +137,15 @@ std::string Diagnosis::text() const {
         out += "Nothing is mirrored: " + why + "\n";
     out += "Items: " + std::to_string(items.size()) + "\n";
     for (const auto& item : items)
-        out += "  " + std::to_string(item.window.id) + "  " + plain(item.window.frame) + "  " +
-               (item.application.empty() ? "unknown" : item.application) + " (" +
-               std::to_string(item.process) + ")  " + (item.window.isEaten ? "hidden" : "visible") +
-               (item.window.isOnscreen ? "" : ", off screen") +
-               (item.reason.empty() ? ", mirrored" : ", not mirrored: " + item.reason) + "\n";
-    return out;
+        out += line(item);
+    out += "Windows near the top: " + std::to_string(windows.size()) + "\n";
+    for (const auto& entry : windows)
+        out += line(entry);
+    out += ownWindowsLine(ownWindows);
+    out += "Programs asked for their items: " + std::to_string(extrasBars.size()) + "\n";
+    for (const auto& bar : extrasBars)
+        out += lines(bar);
+    return out + captureLines(captures);
 }
 
 } // namespace orrivane

@@ -2,6 +2,7 @@
 #include <Orrivane/CaptureService.h>
 #include <Orrivane/CommandLine.h>
 #include <Orrivane/Diagnosis.h>
+#include <Orrivane/DiagnosisWithCaptures.h>
 #include <Orrivane/MainView.h>
 #include <Orrivane/MoveEngine.h>
 #include <Orrivane/StripController.h>
@@ -48,11 +49,18 @@ int run(Host& host) {
     return host.run(delegate);
 }
 
-int diagnose(Host& host, bool json) {
+int diagnose(Host& host, DiagnoseCommand asked) {
     StripController::shared(); // registers the defaults that are read
-    const auto diagnosis = Diagnosis::take(host.platform(), host.shellPlatform().globalPreferences,
-                                           host.runningElsewhere());
-    std::fputs((json ? diagnosis.json() : diagnosis.text()).c_str(), stdout);
+    const auto print = [asked](const Diagnosis& diagnosis) {
+        std::fputs((asked.json ? diagnosis.json() : diagnosis.text()).c_str(), stdout);
+    };
+    auto diagnosis = Diagnosis::take(host.platform(), host.shellPlatform().globalPreferences,
+                                     host.runningElsewhere());
+    if (asked.capture) {
+        DiagnosisWithCaptures capturing(host.platform(), std::move(diagnosis), print);
+        return host.run(capturing);
+    }
+    print(diagnosis);
     return 0;
 }
 
@@ -66,7 +74,7 @@ int perform(const Command& command, int& argc, char** argv) {
     Platform::install(host->platform());
     ShellPlatform::install(host->shellPlatform());
     if (const auto* asked = std::get_if<DiagnoseCommand>(&command))
-        return diagnose(*host, asked->json);
+        return diagnose(*host, *asked);
     return host->claim() ? run(*host) : 0;
 }
 

@@ -15,9 +15,9 @@ enum class MouseEventType : std::uint32_t {
     leftMouseDragged = 6,
 };
 
-/// Where synthetic events come from. Where modifiers are keys that have to be held (X11), destroying
-/// it lets go of them and of the button; where they are flags of each event (macOS), it posts
-/// nothing.
+/// Where synthetic events come from. Where modifiers are keys that have to be held (X11),
+/// destroying it lets go of them and of the button; where they are flags of each event (macOS), it
+/// posts nothing.
 class EventSource {
   public:
     virtual ~EventSource() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace orrivane {
@@ -15,6 +16,8 @@ class ImageBody {
 
     [[nodiscard]] virtual int pixelWidth() const = 0;
     [[nodiscard]] virtual int pixelHeight() const = 0;
+    /// Whether every pixel is fully transparent; absent where that cannot be told. Reads them all.
+    [[nodiscard]] virtual std::optional<bool> isClear() const { return std::nullopt; }
 };
 
 /// An immutable bitmap as an opaque handle. Copies share the body; two handles are equal when they

@@ -2,8 +2,10 @@
 
 #include <Orrivane/view/Image.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -24,6 +26,9 @@ class PixelImage : public ImageBody {
 
     [[nodiscard]] int pixelWidth() const override { return width_; }
     [[nodiscard]] int pixelHeight() const override { return height_; }
+    [[nodiscard]] std::optional<bool> isClear() const override {
+        return std::ranges::all_of(pixels_, [](std::uint32_t pixel) { return pixel >> 24 == 0; });
+    }
     [[nodiscard]] const std::vector<std::uint32_t>& pixels() const { return pixels_; }
     [[nodiscard]] std::uint32_t at(int x, int y) const { return pixels_[index(x, y)]; }
     void set(int x, int y, std::uint32_t pixel) { pixels_[index(x, y)] = pixel; }

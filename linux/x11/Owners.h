@@ -33,6 +33,10 @@ class Owners {
     WindowOwner ofWindow(const TreeWindow& window);
     /// Of a window that the tree does not hold; asked anew each time.
     WindowOwner ofStranger(std::uint32_t window) { return ask({window}).front(); }
+    /// The same of many, in their order; all requests go out first.
+    std::vector<WindowOwner> ofStrangers(const std::vector<std::uint32_t>& windows) {
+        return ask(windows);
+    }
 
   private:
     struct Known {

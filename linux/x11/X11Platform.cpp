@@ -10,7 +10,7 @@ X11Platform::X11Platform(Connection& connection, MainLoop& loop, Settings settin
     , screens(connection, settings.scale, std::move(settings.userCutout),
               std::move(settings.deviceTree))
     , items(connection, tree, screens)
-    , windowList(items)
+    , windowList(connection, items)
     , ownWindows(items, tree)
     , workspace(connection, loop, screens, std::move(settings.toolkit))
     , presser(connection, tree, items, menus)

@@ -3,10 +3,15 @@
 #include <Orrivane/platform/OwnWindows.h>
 #include <Orrivane/platform/WindowList.h>
 
+#include <linux/x11/Owners.h>
 #include <linux/x11/StatusItems.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace orrivane::x11 {
 
@@ -14,8 +19,9 @@ namespace orrivane::x11 {
 /// else lies directly on the root.
 class X11WindowList : public WindowList {
   public:
-    explicit X11WindowList(StatusItems& items)
-        : items_(items) {}
+    X11WindowList(Connection& connection, StatusItems& items)
+        : connection_(connection)
+        , items_(items) {}
 
     std::vector<WindowListEntry> allWindows() override { return items_.entries(); }
     std::vector<WindowListEntry> onscreenWindows() override {
@@ -25,8 +31,23 @@ class X11WindowList : public WindowList {
                 result.push_back(entry);
         return result;
     }
+    std::vector<OwnedWindow> ownedWindows() override {
+        const auto entries = items_.entries();
+        std::vector<std::uint32_t> windows;
+        for (const auto& entry : entries)
+            windows.push_back(entry.number.value_or(0));
+        const auto owners = Owners(connection_).ofStrangers(windows);
+        std::vector<OwnedWindow> result;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const auto& [process, name] = owners[i];
+            result.push_back(
+                {entries[i], process > 0 ? std::optional(process) : std::nullopt, name});
+        }
+        return result;
+    }
 
   private:
+    Connection& connection_;
     StatusItems& items_;
 };
 

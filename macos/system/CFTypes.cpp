@@ -25,6 +25,13 @@ std::optional<std::uint32_t> unsignedInteger(CFTypeRef object) {
     return static_cast<std::uint32_t>(*value);
 }
 
+std::optional<std::int32_t> process(CFTypeRef object) {
+    const auto value = unsignedInteger(object);
+    if (!value || *value > std::numeric_limits<std::int32_t>::max())
+        return std::nullopt;
+    return static_cast<std::int32_t>(*value);
+}
+
 std::optional<std::string> text(CFTypeRef object) {
     const auto stored = string(object);
     if (!stored)

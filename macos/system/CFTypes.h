@@ -36,6 +36,8 @@ namespace orrivane::cf {
 [[nodiscard]] std::optional<std::int64_t> integer(CFTypeRef object);
 /// The same for 32 bits without a sign.
 [[nodiscard]] std::optional<std::uint32_t> unsignedInteger(CFTypeRef object);
+/// A number that is a process identifier: 32 bits, at least 0.
+[[nodiscard]] std::optional<std::int32_t> process(CFTypeRef object);
 /// UTF-8; absent also where the string is no well-formed Unicode.
 [[nodiscard]] std::optional<std::string> text(CFTypeRef object);
 

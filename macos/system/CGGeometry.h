@@ -11,7 +11,9 @@
 /// where a number is infinite or none, as in the null rectangle.
 namespace orrivane {
 
-[[nodiscard]] inline CGPoint cgPoint(Point point) { return {point.x, point.y}; }
+[[nodiscard]] inline CGPoint cgPoint(Point point) {
+    return {point.x, point.y};
+}
 
 [[nodiscard]] inline std::optional<Point> pointFrom(CGPoint point) {
     if (!std::isfinite(point.x) || !std::isfinite(point.y))

@@ -23,8 +23,14 @@ WindowListEntry entryOf(CFDictionaryRef window) {
             boundsOf(value(kCGWindowBounds)), cf::boolean(value(kCGWindowIsOnscreen))};
 }
 
-std::vector<WindowListEntry> windows(CGWindowListOption option) {
-    std::vector<WindowListEntry> entries;
+OwnedWindow ownedEntryOf(CFDictionaryRef window) {
+    return {entryOf(window), cf::process(CFDictionaryGetValue(window, kCGWindowOwnerPID)),
+            cf::text(CFDictionaryGetValue(window, kCGWindowOwnerName))};
+}
+
+template <typename Entry>
+std::vector<Entry> windows(CGWindowListOption option, Entry (*read)(CFDictionaryRef)) {
+    std::vector<Entry> entries;
     const auto list =
         CFRef<CFArrayRef>::adopting(CGWindowListCopyWindowInfo(option, kCGNullWindowID));
     if (!list)
@@ -33,7 +39,7 @@ std::vector<WindowListEntry> windows(CGWindowListOption option) {
     entries.reserve(static_cast<std::size_t>(count));
     for (CFIndex i = 0; i < count; ++i)
         if (const auto window = cf::dictionary(CFArrayGetValueAtIndex(list.get(), i)))
-            entries.push_back(entryOf(window));
+            entries.push_back(read(window));
     return entries;
 }
 
@@ -41,11 +47,15 @@ std::vector<WindowListEntry> windows(CGWindowListOption option) {
 
 // Without the on-screen option that means every window there is, also those off screen.
 std::vector<WindowListEntry> QuartzWindowList::allWindows() {
-    return windows(kCGWindowListExcludeDesktopElements);
+    return windows(kCGWindowListExcludeDesktopElements, entryOf);
 }
 
 std::vector<WindowListEntry> QuartzWindowList::onscreenWindows() {
-    return windows(kCGWindowListOptionOnScreenOnly);
+    return windows(kCGWindowListOptionOnScreenOnly, entryOf);
+}
+
+std::vector<OwnedWindow> QuartzWindowList::ownedWindows() {
+    return windows(kCGWindowListExcludeDesktopElements, ownedEntryOf);
 }
 
 } // namespace orrivane

@@ -10,6 +10,7 @@ class QuartzWindowList : public WindowList {
   public:
     std::vector<WindowListEntry> allWindows() override;
     std::vector<WindowListEntry> onscreenWindows() override;
+    std::vector<OwnedWindow> ownedWindows() override;
 };
 
 } // namespace orrivane

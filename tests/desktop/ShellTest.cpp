@@ -1,6 +1,10 @@
 #include "Mirror.h"
 #include "TestWindow.h"
 
+#include <tests/support/Json.h>
+
+#include <stdexcept>
+
 namespace orrivane::e2e {
 namespace {
 
@@ -50,6 +54,14 @@ class Shell : public testing::Test {
         ChildProcess second(std::move(options));
         const auto status = second.wait(std::chrono::seconds(20));
         return status ? status->code.value_or(-1) : -1;
+    }
+
+    /// The member of a list of objects that has this value there; throws when there is none.
+    static Json memberWith(const Json& list, std::string_view key, double value) {
+        for (const auto& member : list.list())
+            if (member[key].number() == value)
+                return member;
+        throw std::runtime_error("nothing has " + std::string(key) + " " + std::to_string(value));
     }
 
     std::optional<Desktop> desktop_;
@@ -145,11 +157,39 @@ TEST_F(Shell, diagnosisWorksBesideARunningProgram) {
     const auto output = desktop_->directory() + "/diagnosis.json";
     EXPECT_EQ(launchAgain({"--diagnose", "--json"}, output), 0);
     const auto text = readFile(output);
-    EXPECT_NE(text.find("\"runningProcess\":" + std::to_string(desktop_->program().pid())),
-              std::string::npos)
-        << text;
-    for (const auto& icon : desktop_->foreignIcons())
-        EXPECT_NE(text.find("{\"id\":" + std::to_string(icon.id) + ","), std::string::npos) << text;
+    SCOPED_TRACE(text);
+    const auto diagnosis = Json::parse(text);
+    EXPECT_EQ(diagnosis["runningProcess"].number(), desktop_->program().pid());
+    EXPECT_TRUE(diagnosis["ownWindows"]["isRunningElsewhere"].truth());
+    EXPECT_TRUE(diagnosis["screens"][0]["isMain"].truth());
+    EXPECT_TRUE(diagnosis["captures"].isNull());
+    for (const auto& icon : desktop_->foreignIcons()) {
+        const double process = desktop_->observer().pidOf(icon.id).value();
+        EXPECT_EQ(memberWith(diagnosis["items"], "id", icon.id)["process"].number(), process);
+        const auto window = memberWith(diagnosis["windows"], "number", icon.id);
+        EXPECT_EQ(window["layer"].number(), 25);
+        EXPECT_EQ(window["process"].number(), process);
+        const auto bar = memberWith(diagnosis["extrasBars"], "process", process);
+        EXPECT_EQ(bar["application"].text(), window["owner"].text());
+        EXPECT_EQ(bar["children"][0]["role"].text(), "AXMenuBarItem");
+    }
+}
+
+TEST_F(Shell, diagnosisTriesToCaptureEveryItemIfAsked) {
+    run();
+    const auto output = desktop_->directory() + "/diagnosis.json";
+    EXPECT_EQ(launchAgain({"--diagnose", "--json", "--capture"}, output), 0);
+    const auto text = readFile(output);
+    SCOPED_TRACE(text);
+    const auto captures = Json::parse(text)["captures"];
+    EXPECT_GE(captures["snapshotSize"].number(), 3);
+    for (const auto& icon : desktop_->foreignIcons()) {
+        const auto capture = memberWith(captures["windows"], "id", icon.id);
+        EXPECT_TRUE(capture["isInSnapshot"].truth());
+        EXPECT_EQ(capture["picture"]["width"].number(), 2 * icon.area.width);
+        EXPECT_FALSE(capture["picture"]["isClear"].truth());
+    }
+    EXPECT_TRUE(desktop_->program().isRunning());
 }
 
 TEST_F(Shell, diagnosisWorksWithoutOne) {

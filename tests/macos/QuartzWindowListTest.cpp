@@ -100,11 +100,44 @@ TEST_F(QuartzWindowListTest, membersThatAreNoDictionariesAreLeftOut) {
     EXPECT_EQ(entries.front().number, 77U);
 }
 
+TEST_F(QuartzWindowListTest, anOwnedWindowIsAnEntryWithItsProcess) {
+    const auto bounds = fakes::rectTable(1300, 0, 30, 24);
+    server.windows = {{windowEntry(25, 77, bounds, true)},
+                      {fakes::integer(25)},
+                      {windowEntry(0, 78, bounds, false), false},
+                      {windowEntry(0, 79, bounds, true), true, true}};
+    const auto owned = list.ownedWindows();
+    ASSERT_EQ(owned.size(), 2U);
+    EXPECT_EQ(owned[0], (OwnedWindow{{25, 77, Rect{{1300, 0}, {30, 24}}, true}, 4711, "Editor"}));
+    EXPECT_EQ(owned[1].window.number, 78U);
+    EXPECT_EQ(owned[1].window.onscreen, std::nullopt);
+}
+
+TEST_F(QuartzWindowListTest, anOwnerThatIsMissingOrOfAnotherTypeIsAbsent) {
+    const auto ownerIn = [&](const fakes::Any& entry) {
+        server.windows = {{entry}};
+        const auto owned = list.ownedWindows();
+        EXPECT_EQ(owned.size(), 1U);
+        return owned.empty() ? OwnedWindow{} : owned.front();
+    };
+    EXPECT_EQ(ownerIn(fakes::table({})), OwnedWindow{});
+    const std::vector<fakes::Any> noProcesses{fakes::text("4711"), fakes::truth(true),
+                                              fakes::integer(-1), fakes::integer(0x80000000),
+                                              fakes::real(7.5)};
+    for (const auto& value : noProcesses)
+        EXPECT_EQ(ownerIn(fakes::table({{"kCGWindowOwnerPID", value}})).process, std::nullopt);
+    EXPECT_EQ(ownerIn(fakes::table({{"kCGWindowOwnerPID", fakes::integer(0x7fffffff)}})).process,
+              0x7fffffff);
+    for (const auto& value : {fakes::integer(4711), fakes::list({})})
+        EXPECT_EQ(ownerIn(fakes::table({{"kCGWindowOwnerName", value}})).owner, std::nullopt);
+}
+
 TEST_F(QuartzWindowListTest, aListThatCannotBeReadIsEmpty) {
     server.windows = {{windowEntry(25, 77, fakes::rectTable(0, 0, 1, 1), true)}};
     server.isUnreachable = true;
     EXPECT_TRUE(list.allWindows().empty());
     EXPECT_TRUE(list.onscreenWindows().empty());
+    EXPECT_TRUE(list.ownedWindows().empty());
 }
 
 TEST_F(QuartzWindowListTest, theListsKeepTheServersOrderAndDifferInWhatTheyLeaveOut) {

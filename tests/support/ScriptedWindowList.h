@@ -4,6 +4,9 @@
 #include <tests/support/CallJournal.h>
 
 #include <cstdint>
+#include <map>
+#include <string>
+#include <tuple>
 #include <utility>
 
 namespace orrivane {
@@ -16,6 +19,8 @@ class ScriptedWindowList : public WindowList {
 
     std::vector<WindowListEntry> all;
     std::vector<WindowListEntry> onscreen;
+    /// By window number; windows without an entry have no known owner.
+    std::map<std::uint32_t, std::pair<std::int32_t, std::string>> owners;
     CallJournal journal;
 
     static constexpr std::int64_t statusItemLayer = 25;
@@ -46,6 +51,17 @@ class ScriptedWindowList : public WindowList {
     std::vector<WindowListEntry> onscreenWindows() override {
         journal.note("onscreenWindows");
         return onscreen;
+    }
+    std::vector<OwnedWindow> ownedWindows() override {
+        journal.note("ownedWindows");
+        std::vector<OwnedWindow> result;
+        for (const auto& entry : all) {
+            result.push_back({entry, std::nullopt, std::nullopt});
+            const auto found = owners.find(entry.number.value_or(0));
+            if (found != owners.end())
+                std::tie(result.back().process, result.back().owner) = found->second;
+        }
+        return result;
     }
 };
 

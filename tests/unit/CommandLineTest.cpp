@@ -29,7 +29,16 @@ TEST(CommandLine, diagnosesForPeopleOrForMachines) {
     EXPECT_TRUE(std::get<DiagnoseCommand>(parse({"--json", "--diagnose"})).json);
 }
 
-TEST(CommandLine, jsonAloneMeansNothing) {
+TEST(CommandLine, picturesAreTakenOnlyIfAskedFor) {
+    EXPECT_FALSE(std::get<DiagnoseCommand>(parse({"--diagnose", "--json"})).capture);
+    const auto both = std::get<DiagnoseCommand>(parse({"--capture", "--diagnose", "--json"}));
+    EXPECT_TRUE(both.capture);
+    EXPECT_TRUE(both.json);
+    EXPECT_FALSE(std::get<DiagnoseCommand>(parse({"--diagnose", "--capture"})).json);
+}
+
+TEST(CommandLine, detailsOfADiagnosisAloneMeanNothing) {
+    EXPECT_EQ(std::get<UsageError>(parse({"--capture"})).message.find("--capture goes with"), 0U);
     EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"--json"})));
     EXPECT_TRUE(std::holds_alternative<UsageError>(parse({"--quit", "--json"})));
 }

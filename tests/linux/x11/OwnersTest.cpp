@@ -41,6 +41,22 @@ TEST_F(OwnersTest, theProcessIsTheOneBehindTheConnection) {
     EXPECT_EQ(only().pid, process.pid());
 }
 
+TEST_F(OwnersTest, everyListedWindowHasItsOwner) {
+    startTray();
+    const auto& process = launch("Mixer", 1400);
+    settle();
+    const auto owned = port().windowList.ownedWindows();
+    const auto all = port().windowList.allWindows();
+    ASSERT_EQ(owned.size(), all.size());
+    ASSERT_GE(owned.size(), 2U);
+    for (std::size_t i = 0; i < all.size(); ++i)
+        EXPECT_EQ(owned[i].window, all[i]);
+    EXPECT_EQ(owned[0].window.number, process.icon());
+    EXPECT_EQ(owned[0].process, process.pid());
+    EXPECT_EQ(owned[0].owner, "Mixer");
+    EXPECT_EQ(owned.back().process, getpid()); // the tray's
+}
+
 TEST_F(OwnersTest, aFalseClaimOfAProcessIsNotBelieved) {
     startTray();
     const auto& process = launch("mixer", 1400);

@@ -56,7 +56,8 @@ class Heap {
     static Heap& shared();
 
     /// With one reference; null when objects of this kind are refused.
-    template <typename Ref, typename Kind> Ref make(Kind kind) {
+    template <typename Ref, typename Kind>
+    Ref make(Kind kind) {
         return static_cast<Ref>(const_cast<void*>(add(Payload(std::move(kind)), false)));
     }
     /// An object that is always there, whatever its references.
@@ -67,16 +68,23 @@ class Heap {
     /// 0 after noting a mistake.
     CFTypeID typeOf(CFTypeRef object);
     /// Null after noting a mistake: `object` is null, no object, released, or of another kind.
-    template <typename Kind> Kind* find(CFTypeRef object) {
+    template <typename Kind>
+    Kind* find(CFTypeRef object) {
         auto* payload = payloadOf(object);
         auto* kind = payload ? std::get_if<Kind>(payload) : nullptr;
         if (payload && !kind)
             note("an object of another type was given");
         return kind;
     }
-    template <typename Kind> static CFTypeID typeId() { return Payload(Kind{}).index() + 1; }
+    template <typename Kind>
+    static CFTypeID typeId() {
+        return Payload(Kind{}).index() + 1;
+    }
 
-    template <typename Kind> void refuse(bool refused) { refused_[typeId<Kind>()] = refused; }
+    template <typename Kind>
+    void refuse(bool refused) {
+        refused_[typeId<Kind>()] = refused;
+    }
 
     void note(const std::string& mistake) { mistakes_.push_back(mistake); }
     /// What was called wrongly, and what was retained without a release or released too often.

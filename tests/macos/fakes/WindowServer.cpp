@@ -14,7 +14,8 @@ Any windowEntry(std::int64_t layer, std::int64_t number, const Any& bounds, bool
     std::vector<std::pair<std::string, Any>> members{{"kCGWindowLayer", integer(layer)},
                                                      {"kCGWindowNumber", integer(number)},
                                                      {"kCGWindowBounds", bounds},
-                                                     {"kCGWindowOwnerPID", integer(4711)}};
+                                                     {"kCGWindowOwnerPID", integer(4711)},
+                                                     {"kCGWindowOwnerName", text("Editor")}};
     // The system leaves the key out where the window is not on screen.
     if (isOnscreen)
         members.emplace_back("kCGWindowIsOnscreen", truth(true));
@@ -50,6 +51,8 @@ using namespace orrivane::fakes;
 const CFStringRef kCGWindowLayer = Heap::shared().constant("kCGWindowLayer");
 const CFStringRef kCGWindowNumber = Heap::shared().constant("kCGWindowNumber");
 const CFStringRef kCGWindowBounds = Heap::shared().constant("kCGWindowBounds");
+const CFStringRef kCGWindowOwnerPID = Heap::shared().constant("kCGWindowOwnerPID");
+const CFStringRef kCGWindowOwnerName = Heap::shared().constant("kCGWindowOwnerName");
 const CFStringRef kCGWindowIsOnscreen = Heap::shared().constant("kCGWindowIsOnscreen");
 
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeTo) {

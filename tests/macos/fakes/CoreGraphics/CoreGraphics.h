@@ -42,6 +42,8 @@ extern const CFStringRef kCGWindowLayer;
 extern const CFStringRef kCGWindowNumber;
 extern const CFStringRef kCGWindowBounds;
 extern const CFStringRef kCGWindowIsOnscreen;
+extern const CFStringRef kCGWindowOwnerPID;
+extern const CFStringRef kCGWindowOwnerName;
 
 CFArrayRef CGWindowListCopyWindowInfo(CGWindowListOption option, CGWindowID relativeTo);
 bool CGRectMakeWithDictionaryRepresentation(CFDictionaryRef representation, CGRect* rect);
