@@ -29,6 +29,8 @@ class QtPopover::Window : public QWidget {
         QObject::connect(quit, &QShortcut::activated, [] { QCoreApplication::quit(); });
         auto* close = new QShortcut(QKeySequence::Close, this);
         QObject::connect(close, &QShortcut::activated, this, &QWidget::hide);
+        deactivated_.setSingleShot(true);
+        QObject::connect(&deactivated_, &QTimer::timeout, this, [this] { closeUnlessOurs(); });
     }
 
     ScreenView* screen;
@@ -39,7 +41,7 @@ class QtPopover::Window : public QWidget {
     bool event(QEvent* event) override {
         // Which window has the keyboard instead is known a turn later.
         if (event->type() == QEvent::WindowDeactivate)
-            QTimer::singleShot(0, this, [this] { closeUnlessOurs(); });
+            deactivated_.start(0);
         return QWidget::event(event);
     }
     void keyPressEvent(QKeyEvent* event) override {
@@ -56,6 +58,8 @@ class QtPopover::Window : public QWidget {
     }
     void hideEvent(QHideEvent* event) override {
         QWidget::hideEvent(event);
+        // Hiding takes the keyboard away too; that must not close a popover shown again at once.
+        deactivated_.stop();
         presses_.reset();
         screen->setShown(false);
     }
@@ -89,6 +93,7 @@ class QtPopover::Window : public QWidget {
 
     WatchPresses watchPresses_;
     Subscription presses_;
+    QTimer deactivated_;
 };
 
 QtPopover::QtPopover(WatchPresses watchPresses)

@@ -89,7 +89,7 @@ FileLock::FileLock(const std::string& path) {
     const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(250);
     while (!(held_ = flock(file_, LOCK_EX | LOCK_NB) == 0) &&
            std::chrono::steady_clock::now() < until)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 FileLock::~FileLock() {
