@@ -12,7 +12,7 @@ struct NotificationName {
     static constexpr std::string_view orrivaneStatusItemChanged = "OrrivaneStatusItemChanged";
     /// The content of the main window has another natural height: `heightKey`, in points.
     static constexpr std::string_view orrivaneContentHeight = "OrrivaneContentHeight";
-    /// The update controller's `availableVersion` changed.
+    /// The `availableVersion` of the update controller, which is the object, changed.
     static constexpr std::string_view updateAvailabilityChanged =
         "QuenmarUpdateAvailabilityChanged";
 

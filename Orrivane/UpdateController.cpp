@@ -88,7 +88,7 @@ void UpdateController::setAvailableVersion(std::optional<std::string> version) {
     const auto old = availableVersion_.get();
     availableVersion_ = std::move(version);
     if (availableVersion_.get() != old)
-        notifications_.post(NotificationName::updateAvailabilityChanged);
+        notifications_.post(NotificationName::updateAvailabilityChanged, {}, this);
 }
 
 } // namespace orrivane

@@ -4,14 +4,19 @@
 
 namespace orrivane {
 
-Subscription NotificationCenter::addObserver(std::string_view name, Callback callback) {
-    return observers_[std::string(name)].add(std::move(callback));
+Subscription NotificationCenter::addObserver(std::string_view name, Callback callback,
+                                             const void* object) {
+    return observers_[std::string(name)].add(
+        [callback = std::move(callback), object](const UserInfo& userInfo, const void* poster) {
+            if (!object || object == poster)
+                callback(userInfo);
+        });
 }
 
-void NotificationCenter::post(std::string_view name, const UserInfo& userInfo) {
+void NotificationCenter::post(std::string_view name, const UserInfo& userInfo, const void* object) {
     const auto found = observers_.find(name);
     if (found != observers_.end())
-        found->second.notify(userInfo);
+        found->second.notify(userInfo, object);
 }
 
 NotificationCenter& NotificationCenter::defaultCenter() {

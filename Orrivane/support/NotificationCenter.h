@@ -18,14 +18,17 @@ class NotificationCenter {
   public:
     using Callback = std::function<void(const UserInfo&)>;
 
-    Subscription addObserver(std::string_view name, Callback callback);
-    void post(std::string_view name, const UserInfo& userInfo = {});
+    /// Hears only what `object` posts; of null, what anybody does.
+    Subscription addObserver(std::string_view name, Callback callback,
+                             const void* object = nullptr);
+    /// `object` is whom the notification is about; null: nobody in particular.
+    void post(std::string_view name, const UserInfo& userInfo = {}, const void* object = nullptr);
 
     /// The process-wide default centre.
     static NotificationCenter& defaultCenter();
 
   private:
-    std::map<std::string, ObserverList<UserInfo>, std::less<>> observers_;
+    std::map<std::string, ObserverList<UserInfo, const void*>, std::less<>> observers_;
 };
 
 } // namespace orrivane

@@ -19,6 +19,11 @@ TEST_F(AppDelegateLaunchTest, nothingHappensBeforeTheLaunch) {
     EXPECT_TRUE(desktop.journal.calls().empty());
 }
 
+TEST_F(AppDelegateLaunchTest, launchingAgainBeforeTheWindowIsMadeOnlyActivates) {
+    EXPECT_TRUE(delegate->applicationShouldHandleReopen(false));
+    EXPECT_EQ(desktop.journal.calls(), Calls{"activate"});
+}
+
 TEST_F(AppDelegateLaunchTest, theLaunchTakesItsStepsInTheirOrder) {
     launch();
     EXPECT_EQ(desktop.journal.calls(), (Calls{"setActivationPolicy 1",
@@ -175,6 +180,32 @@ TEST_F(AppDelegateLaunchTest, theStatusItemIsNotObservedWhileThePopoverIsMade) {
     EXPECT_EQ(itemCount(), 1U);
     EXPECT_LT(desktop.journal.firstIndex("popover.setContentSize"),
               desktop.journal.firstIndex("createItem"));
+}
+
+TEST_F(AppDelegateLaunchTest, theServicesHaveStartedBeforeTheWindowIsObserved) {
+    struct PostingUpdater : ScriptedUpdater {
+        using ScriptedUpdater::ScriptedUpdater;
+        std::function<void()> whenCreated;
+        void create(UpdaterDelegate& updaterDelegate) override {
+            ScriptedUpdater::create(updaterDelegate);
+            whenCreated();
+        }
+    } updater;
+    UpdateController posting{updater, desktop.workspace, desktop.loop, notifications};
+    updater.whenCreated = [this] {
+        post(NotificationName::orrivaneShowWindow);
+        post(NotificationName::orrivaneContentHeight, {{"height", 300}});
+    };
+    AppDelegate launched(desktop.platform(), shell.platform(),
+                         {captures, strip, posting, notifications},
+                         [](bool, const auto&) { return std::shared_ptr<void>(); });
+    launched.applicationDidFinishLaunching();
+    EXPECT_EQ(updater.creations, 1);
+    EXPECT_EQ(desktop.loop.repeatingTimerCount(), 1U) << "the tray loop";
+    EXPECT_EQ(desktop.workspace.activations, 0);
+    EXPECT_TRUE(shell.mainWindow.animatedFrames.empty());
+    post(NotificationName::orrivaneShowWindow);
+    EXPECT_EQ(desktop.workspace.activations, 1);
 }
 
 // The own status item.

@@ -122,6 +122,12 @@ TEST_F(AppDelegateShellTest, askingForTheWindowClosesThePopoverAndBringsItForwar
     EXPECT_TRUE(shell.mainWindow.visible);
 }
 
+TEST_F(AppDelegateShellTest, askingForTheWindowClosesThePopoverWithoutAskingWhetherItShows) {
+    post(NotificationName::orrivaneShowWindow);
+    EXPECT_EQ(desktop.journal.calls(),
+              (Calls{"popover.performClose", "window.makeKeyAndOrderFront", "activate"}));
+}
+
 TEST_F(AppDelegateShellTest, launchingAgainBringsTheWindowForwardWhateverIsVisible) {
     for (const bool hasVisibleWindows : {false, true}) {
         desktop.journal.clear();

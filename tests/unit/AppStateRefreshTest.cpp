@@ -209,6 +209,20 @@ TEST_F(AppStateRefreshTest, twoRefreshesMayOverlapAndBothRunInFull) {
     EXPECT_EQ(captureCount(), 4U) << "the second one's frames are the ones that count";
 }
 
+TEST_F(AppStateRefreshTest, framesCountAsCapturedOnlyOnceTheirImagesAreThere) {
+    refresh();
+    moveItem(visible, 950, 40);
+    desktop.screenCapture.captureReply = CaptureReply::later(0.5);
+    begin(state->refresh());
+    desktop.loop.advance(0.2);
+    EXPECT_EQ(captureCount(), 4U);
+    refresh();
+    EXPECT_EQ(captureCount(), 6U) << "the images still show the old frames";
+    desktop.loop.advance(0.5);
+    refresh();
+    EXPECT_EQ(captureCount(), 6U);
+}
+
 TEST_F(AppStateRefreshTest, theRefreshThatEndsLaterLeavesItsValues) {
     desktop.screenCapture.captureReply = CaptureReply::later(0.5);
     begin(state->refresh());

@@ -23,7 +23,6 @@ TEST_F(AppStateTest, aFreshStateHasNoCensusAndNoImages) {
     EXPECT_EQ(state->census(), std::nullopt);
     EXPECT_TRUE(state->images().empty());
     EXPECT_FALSE(state->isRefreshing());
-    EXPECT_TRUE(state->previewIcons().empty());
 }
 
 TEST_F(AppStateTest, theSliderBeginsAtTheStoredSpacingElseAt16) {
@@ -66,6 +65,13 @@ TEST_F(AppStateTest, everyAssignmentIsAnnouncedBeforeItHoldsAlsoOfAnEqualValue) 
 }
 
 // Icons of the preview.
+
+TEST_F(AppStateTest, withoutACensusThereAreNoPreviewIcons) {
+    EXPECT_EQ(state->census(), std::nullopt);
+    EXPECT_TRUE(state->previewIcons().empty());
+    refresh();
+    EXPECT_EQ(state->previewIcons().size(), 2U);
+}
 
 TEST_F(AppStateTest, thePreviewHasOneIconForEveryItemInCensusOrderWithItsImageIfThereIsOne) {
     desktop.windowList.clear();

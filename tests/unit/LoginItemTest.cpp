@@ -32,6 +32,12 @@ TEST_F(LoginItemTest, onlyTheStatusEnabledCountsAsEnabled) {
     EXPECT_EQ(static_cast<int>(LoginItemStatus::enabled), 1);
 }
 
+TEST_F(LoginItemTest, aRegistrationThatStillRequiresApprovalIsNotEnabled) {
+    set(true);
+    service.currentStatus = LoginItemStatus::requiresApproval;
+    EXPECT_FALSE(LoginItem::isEnabled(service));
+}
+
 TEST_F(LoginItemTest, theStatusIsAskedEveryTime) {
     EXPECT_FALSE(LoginItem::isEnabled(service));
     service.currentStatus = LoginItemStatus::enabled;

@@ -122,6 +122,14 @@ TEST_F(MainViewActionsTest, refreshIsDisabledWhileItRuns) {
     EXPECT_TRUE(only<Button>(root, "Refresh").isEnabled);
 }
 
+TEST_F(MainViewActionsTest, refreshAndGrantLeaveTheAccessibilityPermissionToTheCycle) {
+    create();
+    press("Refresh");
+    press("Grant…");
+    EXPECT_EQ(censuses(), 2U);
+    EXPECT_EQ(count("isTrusted"), 0U);
+}
+
 TEST_F(MainViewActionsTest, quitEndsTheProgram) {
     create();
     press("Quit");
@@ -134,8 +142,10 @@ TEST_F(MainViewActionsTest, theContentHeightIsPostedOnceAChangeInTheWindow) {
     changed(700);
     changed(700);
     changed(712.5);
+    changed(712.75);
     EXPECT_EQ(posts, (std::vector<Post>{{"OrrivaneContentHeight", {{"height", 700}}},
-                                        {"OrrivaneContentHeight", {{"height", 712.5}}}}));
+                                        {"OrrivaneContentHeight", {{"height", 712.5}}},
+                                        {"OrrivaneContentHeight", {{"height", 712.75}}}}));
 }
 
 TEST_F(MainViewActionsTest, thePopoverPostsNoContentHeight) {

@@ -233,6 +233,20 @@ TEST_F(MainViewBodyTest, aVerdictCountsWhatThePreviewMarks) {
     EXPECT_EQ(MenuBarPreview::projectedEatenCount(previews()[1].notch, previews()[1].icons, 16), 2);
 }
 
+TEST_F(MainViewBodyTest, theVerdictIsThatOfTheSlidersSpacing) {
+    addItem(15, 850, 300);
+    addItem(16, 1150, 300);
+    createAndAppear();
+    EXPECT_TRUE(isShown<Text>("→ would hide 2 icons"));
+    view->state().setSliderValue(8);
+    settle();
+    EXPECT_TRUE(isShown<Text>("→ would hide 1 icon"));
+    view->state().setSliderValue(4);
+    settle();
+    EXPECT_TRUE(isShown<Text>("→ all icons would fit"));
+    EXPECT_EQ(text("→ all icons would fit").color, ColorRole::green);
+}
+
 TEST_F(MainViewBodyTest, withoutACensusThePreviewsAreEmpty) {
     create();
     EXPECT_EQ(*all<Canvas>(root)[0], MenuBarPreview{}.body());

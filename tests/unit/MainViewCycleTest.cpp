@@ -119,6 +119,15 @@ TEST_F(MainViewCycleTest, aHiddenWindowDoesNotAskForThePermissionEither) {
     EXPECT_FALSE(isShown<Text>("Accessibility permission is required to click mirrored icons."));
 }
 
+TEST_F(MainViewCycleTest, theAccessibilityPermissionIsAskedBeforeTheRefresh) {
+    world.accessibility.trusted = false;
+    world.screenCapture.captureReply = CaptureReply::later(0.5);
+    createAndAppear();
+    EXPECT_TRUE(view->state().isRefreshing());
+    EXPECT_TRUE(isShown<Text>("Accessibility permission is required to click mirrored icons."));
+    EXPECT_LT(world.journal.firstIndex("isTrusted"), world.journal.firstIndex("allWindows"));
+}
+
 TEST_F(MainViewCycleTest, thePopoverDoesNotCareWhetherTheWindowIsVisible) {
     createAndAppear(false);
     EXPECT_EQ(count("mainViewWindowIsVisible"), 0U);

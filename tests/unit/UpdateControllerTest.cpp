@@ -180,10 +180,33 @@ TEST_F(UpdateControllerTest, anotherVersionReplacesTheFirstAndIsPosted) {
     EXPECT_EQ(posts, 2);
 }
 
+TEST_F(UpdateControllerTest, theChangeIsPostedWithTheControllerAsItsObject) {
+    int ofController = 0;
+    int ofSomethingElse = 0;
+    const auto name = NotificationName::updateAvailabilityChanged;
+    const auto mine =
+        notifications.addObserver(name, [&](const UserInfo&) { ++ofController; }, controller.get());
+    const auto others =
+        notifications.addObserver(name, [&](const UserInfo&) { ++ofSomethingElse; }, &updater);
+    announce("2.0");
+    EXPECT_EQ(ofController, 1);
+    EXPECT_EQ(ofSomethingElse, 0);
+}
+
 TEST_F(UpdateControllerTest, anEmptyVersionIsAVersion) {
     announce("");
     EXPECT_EQ(controller->availableVersion(), "");
     EXPECT_EQ(posts, 1);
+}
+
+TEST_F(UpdateControllerTest, takingBackWhatIsNotAnnouncedPostsNothing) {
+    controller->didReceiveUserAttention();
+    controller->willFinishUpdateSession();
+    EXPECT_EQ(posts, 0);
+    announce("2.0");
+    controller->didReceiveUserAttention();
+    controller->willFinishUpdateSession();
+    EXPECT_EQ(posts, 2);
 }
 
 TEST_F(UpdateControllerTest, theEndOfTheSessionTakesTheAnnouncementBack) {

@@ -40,6 +40,22 @@ TEST(NotificationCenterTest, theFactsTravelWithTheNotification) {
     EXPECT_TRUE(received.empty());
 }
 
+TEST(NotificationCenterTest, anObserverOfOneObjectHearsNobodyElse) {
+    NotificationCenter center;
+    const int one = 1;
+    const int other = 2;
+    std::vector<std::string> heard;
+    const auto any =
+        center.addObserver("resized", [&](const UserInfo&) { heard.emplace_back("any"); });
+    const auto only =
+        center.addObserver("resized", [&](const UserInfo&) { heard.emplace_back("one"); }, &one);
+    center.post("resized");
+    center.post("resized", {}, &other);
+    EXPECT_EQ(heard, (std::vector<std::string>{"any", "any"}));
+    center.post("resized", {}, &one);
+    EXPECT_EQ(heard, (std::vector<std::string>{"any", "any", "any", "one"}));
+}
+
 TEST(NotificationCenterTest, anObserverWhoseRegistrationDiedHearsNothing) {
     NotificationCenter center;
     int heard = 0;
