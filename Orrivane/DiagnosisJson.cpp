@@ -19,8 +19,8 @@ std::string json(const std::string& value) {
     return jsonString(value);
 }
 template <typename Integer>
-    requires(std::is_integral_v<Integer> && !std::is_same_v<Integer, bool>)
-std::string json(Integer value) {
+std::enable_if_t<std::is_integral_v<Integer> && !std::is_same_v<Integer, bool>, std::string>
+json(Integer value) {
     return std::to_string(value);
 }
 std::string json(const Rect& rect) {

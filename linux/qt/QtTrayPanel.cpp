@@ -105,7 +105,8 @@ void QtTrayPanel::orderOut() {
 void QtTrayPanel::layOutLater() {
     if (std::exchange(cellsStale_, true))
         return;
-    QMetaObject::invokeMethod(widget_.get(), [this] { layOutCells(); }, Qt::QueuedConnection);
+    const auto layOut = [this] { layOutCells(); };
+    QMetaObject::invokeMethod(widget_.get(), layOut, Qt::QueuedConnection);
 }
 
 void QtTrayPanel::layOutCells() {

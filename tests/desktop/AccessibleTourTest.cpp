@@ -228,8 +228,8 @@ TEST_F(AccessibleTour, theSliderTellsItsValueAndTakesAnother) {
     EXPECT_EQ(tree_->value(slider, "CurrentValue"), 16);
     EXPECT_TRUE(find({"label", "At spacing 16"}));
     tree_->setValue(slider, 9);
-    EXPECT_TRUE(waitFor("the preview is that of the new value",
-                        [&] { return find({"label", "At spacing 9"}).has_value(); }));
+    const auto previews = [&] { return find({"label", "At spacing 9"}).has_value(); };
+    EXPECT_TRUE(waitFor("the preview is that of the new value", previews));
     EXPECT_EQ(tree_->value(slider, "CurrentValue"), 9);
 }
 

@@ -70,10 +70,11 @@ TEST(ChildProcess, stopsAndResumes) {
 }
 
 TEST(WaitFor, saysWhatDidNotCome) {
-    const auto result = waitFor("the impossible", [] { return false; }, milliseconds(20));
+    const auto never = [] { return false; };
+    const auto result = waitFor("the impossible", never, milliseconds(20));
     EXPECT_FALSE(result);
     EXPECT_NE(std::string(result.message()).find("the impossible"), std::string::npos);
-    EXPECT_FALSE(staysTrue("the impossible", [] { return false; }, milliseconds(20)));
+    EXPECT_FALSE(staysTrue("the impossible", never, milliseconds(20)));
 }
 
 TEST(PrivateXServer, hasTheSizeAskedForAndADisplayOfItsOwn) {

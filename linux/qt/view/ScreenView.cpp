@@ -9,7 +9,9 @@ namespace orrivane {
 
 namespace {
 
-void collect(const View& view, ViewAction View::* which, std::vector<ViewAction>& actions) {
+using ActionField = ViewAction View::*;
+
+void collect(const View& view, ActionField which, std::vector<ViewAction>& actions) {
     if ((view.*which).run)
         actions.push_back(view.*which);
     std::visit(

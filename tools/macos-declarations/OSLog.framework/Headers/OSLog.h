@@ -1,7 +1,7 @@
 // OSLog as far as the tests that run on a Mac use it, for tools/check-macos alone.
 // Compared: selectors, types and availability of store and enumerator with the framework's own
-// headers, which come with Xcode; `composedMessage` and `entriesEnumeratorAndReturnError:` only with
-// how others use them.
+// headers, which come with Xcode; `composedMessage` and `entriesEnumeratorAndReturnError:` only
+// with how others use them.
 #pragma once
 
 #import <Foundation/Foundation.h>
