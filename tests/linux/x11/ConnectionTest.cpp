@@ -147,6 +147,8 @@ TEST_F(ConnectionTest, eventsThatCameInBesideAReplyAreTold) {
 
 TEST_F(ConnectionTest, eventsThatAFlushReadAreTold) {
     auto& connection = open();
+    // What another client does is told only once the server knows of the listener.
+    ASSERT_TRUE(connection.synchronize(Connection::deadline()));
     app.setNumbers(app.root(), "_NET_CURRENT_DESKTOP", {1});
     app.sync();
     ASSERT_TRUE(e2e::waitFor("the event is there", [this] { return isReadable(); }));
@@ -159,6 +161,8 @@ TEST_F(ConnectionTest, eventsThatAFlushReadAreTold) {
 
 TEST_F(ConnectionTest, eventsReachTheHandlersInOrderAndErrorsDoNot) {
     auto& connection = open();
+    // What another client does is told only once the server knows of the listener.
+    ASSERT_TRUE(connection.synchronize(Connection::deadline()));
     std::vector<xcb_atom_t> seen;
     const auto events = connection.onEvent([&](const xcb_generic_event_t& event) {
         ASSERT_NE(event.response_type, 0);
