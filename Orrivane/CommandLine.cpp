@@ -98,22 +98,32 @@ std::variant<Rect, UsageError> CommandLine::parseNotch(std::string_view text) {
 Command CommandLine::parse(std::span<const std::string_view> arguments) {
     Command command = RunCommand{};
     DiagnoseCommand details;
+    std::string_view asked;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const auto argument = arguments[i];
         if (argument == "-h" || argument == "--help")
             return PrintCommand{std::string(usage)};
         if (argument == "--version")
             return PrintCommand{"Orrivane " + std::string(version()) + "\n"};
-        if (argument == "--json")
+        if (argument == "--json") {
             details.json = true;
-        else if (argument == "--capture")
+            continue;
+        }
+        if (argument == "--capture") {
             details.capture = true;
-        else if (argument == "--quit")
+            continue;
+        }
+        if (argument == "--quit")
             command = QuitCommand{};
         else if (argument == "--diagnose")
             command = DiagnoseCommand{};
         else if (const auto error = parseSetNotch(arguments, i, command))
             return *error;
+        const auto name = argument.substr(0, argument.find('='));
+        if (!asked.empty() && asked != name)
+            return UsageError{std::string(asked) + " and " + std::string(name) +
+                              " do not go together; give one at a time."};
+        asked = name;
     }
     if (!details.json && !details.capture)
         return command;

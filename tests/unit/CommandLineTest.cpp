@@ -47,6 +47,22 @@ TEST(CommandLine, quitEndsTheRunningProgram) {
     EXPECT_TRUE(std::holds_alternative<QuitCommand>(parse({"--quit"})));
 }
 
+TEST(CommandLine, twoCommandsAtOnceAreAnErrorInEitherOrder) {
+    using Arguments = std::vector<std::string_view>;
+    for (const auto& arguments :
+         {Arguments{"--quit", "--diagnose"}, Arguments{"--diagnose", "--json", "--quit"},
+          Arguments{"--set-notch", "660,0,192,37", "--quit"},
+          Arguments{"--quit", "--set-notch=660,0,192,37"}}) {
+        const auto parsed = parse(arguments);
+        ASSERT_TRUE(std::holds_alternative<UsageError>(parsed)) << arguments.front();
+        EXPECT_NE(std::get<UsageError>(parsed).message.find(" do not go together"),
+                  std::string::npos);
+    }
+    EXPECT_EQ(std::get<UsageError>(parse({"--quit", "--set-notch=1,0,5,5"})).message,
+              "--quit and --set-notch do not go together; give one at a time.");
+    EXPECT_TRUE(std::holds_alternative<QuitCommand>(parse({"--quit", "--quit"})));
+}
+
 TEST(CommandLine, theNotchIsGivenBehindABlankOrAnEqualsSign) {
     const Rect expected{{660, 0}, {192.5, 37}};
     EXPECT_EQ(std::get<SetNotchCommand>(parse({"--set-notch", "660,0,192.5,37"})).cutout, expected);
