@@ -2,6 +2,7 @@
 
 #include <Orrivane/CommandLine.h>
 #include <Orrivane/IconIdentity.h>
+#include <Orrivane/MirrorObstacle.h>
 #include <Orrivane/SqueezeEngine.h>
 #include <Orrivane/StripController.h>
 #include <Orrivane/platform/Accessibility.h>
@@ -24,6 +25,24 @@ namespace {
 constexpr std::string_view visibleReason = "it is visible";
 constexpr std::string_view ownReason = "it is Orrivane's own";
 constexpr std::string_view roomReason = "there is no room left of the notch";
+
+std::string describe(MirrorObstacle obstacle) {
+    switch (obstacle) {
+    case MirrorObstacle::switchedOff:
+        return "the tray is switched off";
+    case MirrorObstacle::noScreen:
+        return "there is no screen";
+    case MirrorObstacle::displayAsleep:
+        return "the screen is asleep";
+    case MirrorObstacle::otherScreen:
+        return "another screen is connected and mirroring is switched off meanwhile";
+    case MirrorObstacle::mayNotCapture:
+        return "the screen may not be captured";
+    case MirrorObstacle::mayNotPress:
+        return "other programs' items may not be pressed";
+    }
+    return {};
+}
 
 } // namespace
 
@@ -111,20 +130,19 @@ void Diagnosis::giveReasons() {
     }
 }
 
-// In the order in which a tick asks.
 std::string Diagnosis::obstacle() const {
-    if (!stripEnabled)
-        return "the tray is switched off";
-    if (screens.empty())
-        return "there is no screen";
-    if (displayAsleep)
-        return "the screen is asleep";
-    if (screens.size() > 1 && !mirrorOnExternal)
-        return "another screen is connected and mirroring is switched off meanwhile";
-    if (!screenCaptureGranted)
-        return "the screen may not be captured";
-    if (!accessibilityTrusted)
-        return "other programs' items may not be pressed";
+    struct Answers {
+        const Diagnosis& seen;
+        bool enabled() const { return seen.stripEnabled; }
+        std::size_t screenCount() const { return seen.screens.size(); }
+        bool displayIsAsleep() const { return seen.displayAsleep; }
+        bool mirrorsOnExternal() const { return seen.mirrorOnExternal; }
+        bool mayCapture() const { return seen.screenCaptureGranted; }
+        bool mayPress() const { return seen.accessibilityTrusted; }
+    };
+    if (const auto obstacle = firstObstacle(Answers{*this}))
+        return describe(*obstacle);
+    // What a tick finds out on its way.
     if (!notch)
         return "no notch is known";
     if (!menuWidth)

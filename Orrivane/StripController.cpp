@@ -1,10 +1,7 @@
 #include <Orrivane/StripController.h>
 
 #include <Orrivane/CaptureService.h>
-#include <Orrivane/platform/Accessibility.h>
 #include <Orrivane/platform/MainLoop.h>
-#include <Orrivane/platform/OwnWindows.h>
-#include <Orrivane/platform/Screens.h>
 #include <Orrivane/platform/UserDefaults.h>
 #include <Orrivane/platform/Workspace.h>
 #include <Orrivane/support/Awaiters.h>

@@ -1,6 +1,7 @@
 #include <Orrivane/StripController.h>
 
 #include <Orrivane/CaptureService.h>
+#include <Orrivane/MirrorObstacle.h>
 #include <Orrivane/platform/Accessibility.h>
 #include <Orrivane/platform/MainLoop.h>
 #include <Orrivane/platform/OwnWindows.h>
@@ -91,14 +92,17 @@ std::optional<StripController::Plan> StripController::plan() {
 }
 
 bool StripController::mayMirror() {
-    if (!enabled())
-        return false;
-    const auto screenCount = platform_.screens.screens().size();
-    if (screenCount == 0 || platform_.screens.mainDisplayIsAsleep())
-        return false;
-    if (screenCount > 1 && !platform_.userDefaults.boolForKey(externalKey))
-        return false;
-    return captures_.screenCaptureGranted() && captures_.accessibilityTrusted();
+    struct Answers {
+        StripController& self;
+        const Platform& platform;
+        bool enabled() const { return self.enabled(); }
+        std::size_t screenCount() const { return platform.screens.screens().size(); }
+        bool displayIsAsleep() const { return platform.screens.mainDisplayIsAsleep(); }
+        bool mirrorsOnExternal() const { return platform.userDefaults.boolForKey(externalKey); }
+        bool mayCapture() const { return self.captures_.screenCaptureGranted(); }
+        bool mayPress() const { return self.captures_.accessibilityTrusted(); }
+    };
+    return !firstObstacle(Answers{*this, platform_});
 }
 
 std::vector<StatusItemWindow>
