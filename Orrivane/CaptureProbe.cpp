@@ -22,7 +22,8 @@ Task<std::optional<ShareableContent>> snapshot(ScreenCapture& capture) {
 
 Task<std::optional<CaptureProbe::Picture>> pictureOf(ScreenCapture& capture,
                                                      const ShareableWindow& window) {
-    const auto [width, height] = CaptureService::pixelSize(window.frame.size);
+    const auto [width, height] =
+        CaptureService::pixelSize({window.frame.width(), window.frame.height()});
     const CaptureConfiguration configuration{width, height, false, CaptureResolution::best};
     Answer<std::optional<Image>> answer(
         [&, configuration](Completion<std::optional<Image>> completion) {

@@ -1,6 +1,6 @@
 #include <Orrivane/ExtrasBar.h>
 
-#include <Orrivane/platform/Accessibility.h>
+#include <Orrivane/AccessibilityReading.h>
 #include <Orrivane/platform/MainLoop.h>
 
 #include <algorithm>
@@ -9,24 +9,26 @@ namespace orrivane {
 
 namespace {
 
-constexpr float messagingTimeout = 0.3F;
-
-template <typename T>
-std::optional<T> attribute(Accessibility& accessibility, const AccessibilityElement& element,
-                           std::string_view name) {
-    auto value = accessibility.copyAttributeValue(element, name);
-    auto* typed = value ? std::get_if<T>(&*value) : nullptr;
-    return typed ? std::optional<T>(std::move(*typed)) : std::nullopt;
+// As the tray reads it, but that a child which answers nothing costs one question less.
+std::optional<Rect> frameOf(Accessibility& accessibility, const AccessibilityElement& element) {
+    if (const auto frame = readAttribute<Rect>(accessibility, element, "AXFrame"))
+        return frame;
+    const auto position = readAttribute<Point>(accessibility, element, "AXPosition");
+    if (!position)
+        return std::nullopt;
+    const auto size = readAttribute<Size>(accessibility, element, "AXSize");
+    return size ? std::optional(Rect{*position, *size}) : std::nullopt;
 }
 
 ExtrasBar::Child childFrom(Accessibility& accessibility, const AccessibilityElement& element) {
-    return {attribute<std::string>(accessibility, element, "AXRole").value_or(""),
-            attribute<Rect>(accessibility, element, "AXFrame")};
+    return {readAttribute<std::string>(accessibility, element, "AXRole").value_or(""),
+            frameOf(accessibility, element)};
 }
 
 void readChildren(Accessibility& accessibility, const MainLoop& clock, double begin,
                   const AccessibilityElement& element, ExtrasBar& bar) {
-    const auto members = attribute<AccessibilityElementList>(accessibility, element, "AXChildren");
+    const auto members =
+        readAttribute<AccessibilityElementList>(accessibility, element, "AXChildren");
     if (!members)
         return;
     bar.childCount = members->size();
@@ -46,8 +48,9 @@ ExtrasBar read(Accessibility& accessibility, const MainLoop& clock,
         return bar;
     const double begin = clock.now();
     const auto element = accessibility.applicationElement(bar.process);
-    accessibility.setMessagingTimeout(element, messagingTimeout);
-    const auto extras = attribute<AccessibilityElement>(accessibility, element, "AXExtrasMenuBar");
+    accessibility.setMessagingTimeout(element, accessibilityTimeout);
+    const auto extras =
+        readAttribute<AccessibilityElement>(accessibility, element, "AXExtrasMenuBar");
     bar.isThere = extras.has_value();
     // Every application that answers at all has a role.
     bar.answered = bar.isThere || accessibility.copyAttributeValue(element, "AXRole");

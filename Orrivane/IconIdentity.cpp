@@ -1,6 +1,6 @@
 #include <Orrivane/IconIdentity.h>
 
-#include <Orrivane/platform/Accessibility.h>
+#include <Orrivane/AccessibilityReading.h>
 #include <Orrivane/platform/Platform.h>
 #include <Orrivane/platform/SystemLog.h>
 
@@ -12,26 +12,16 @@ namespace orrivane {
 
 namespace {
 
-constexpr float messagingTimeout = 0.3F;
-constexpr double barHeightLimit = 40.0;
+// Points.
+constexpr double barHeightLimit = 40.0; // from the top of a screen
 constexpr double edgeSlack = 1.0;
-constexpr double matchLimit = 20.0;
-
-template <typename T>
-std::optional<T> attribute(Accessibility& accessibility, const AccessibilityElement& element,
-                           std::string_view name) {
-    auto value = accessibility.copyAttributeValue(element, name);
-    if (!value)
-        return std::nullopt;
-    if (auto* typed = std::get_if<T>(&*value))
-        return std::move(*typed);
-    return std::nullopt;
-}
+constexpr double matchLimit = 20.0; // between an item and its owner, as measured from the bar's end
 
 std::vector<AccessibilityElement> copyChildren(Accessibility& accessibility,
                                                const AccessibilityElement& element) {
     std::vector<AccessibilityElement> children;
-    const auto members = attribute<AccessibilityElementList>(accessibility, element, "AXChildren");
+    const auto members =
+        readAttribute<AccessibilityElementList>(accessibility, element, "AXChildren");
     if (!members)
         return children;
     for (const auto& member : *members)
@@ -41,10 +31,10 @@ std::vector<AccessibilityElement> copyChildren(Accessibility& accessibility,
 }
 
 std::optional<Rect> frameOf(Accessibility& accessibility, const AccessibilityElement& element) {
-    if (const auto frame = attribute<Rect>(accessibility, element, "AXFrame"))
+    if (const auto frame = readAttribute<Rect>(accessibility, element, "AXFrame"))
         return frame;
-    const auto position = attribute<Point>(accessibility, element, "AXPosition");
-    const auto size = attribute<Size>(accessibility, element, "AXSize");
+    const auto position = readAttribute<Point>(accessibility, element, "AXPosition");
+    const auto size = readAttribute<Size>(accessibility, element, "AXSize");
     if (!position || !size)
         return std::nullopt;
     return Rect{*position, *size};
@@ -52,7 +42,7 @@ std::optional<Rect> frameOf(Accessibility& accessibility, const AccessibilityEle
 
 AccessibilityElement applicationElement(Accessibility& accessibility, std::int32_t pid) {
     auto element = accessibility.applicationElement(pid);
-    accessibility.setMessagingTimeout(element, messagingTimeout);
+    accessibility.setMessagingTimeout(element, accessibilityTimeout);
     return element;
 }
 
@@ -65,7 +55,8 @@ std::string nameOf(const RunningApplication& application) {
 void appendOwners(Accessibility& accessibility, const RunningApplication& application,
                   std::vector<IconOwner>& owners) {
     const auto element = applicationElement(accessibility, application.processIdentifier);
-    const auto extras = attribute<AccessibilityElement>(accessibility, element, "AXExtrasMenuBar");
+    const auto extras =
+        readAttribute<AccessibilityElement>(accessibility, element, "AXExtrasMenuBar");
     if (!extras)
         return;
     const auto name = nameOf(application);
@@ -125,7 +116,7 @@ bool IconIdentity::showMenu(const IconOwner& owner, Accessibility& accessibility
 
 bool IconIdentity::hasOpenMenu(const IconOwner& owner, Accessibility& accessibility) {
     return std::ranges::any_of(copyChildren(accessibility, owner.element), [&](const auto& child) {
-        return attribute<std::string>(accessibility, child, "AXRole") == "AXMenu";
+        return readAttribute<std::string>(accessibility, child, "AXRole") == "AXMenu";
     });
 }
 
@@ -136,7 +127,7 @@ std::optional<double> IconIdentity::frontmostMenuWidth(Accessibility& accessibil
     if (!application)
         return std::nullopt;
     const auto element = applicationElement(accessibility, application->processIdentifier);
-    const auto bar = attribute<AccessibilityElement>(accessibility, element, "AXMenuBar");
+    const auto bar = readAttribute<AccessibilityElement>(accessibility, element, "AXMenuBar");
     if (!bar)
         return std::nullopt;
     const auto barFrame = frameOf(accessibility, *bar);

@@ -54,6 +54,14 @@ TEST_F(CaptureProbeTest, picturesAreAskedForAsTheTrayAsksForThem) {
     EXPECT_EQ(probes->windows[0].picture, (CaptureProbe::Picture{60, 74, std::nullopt}));
 }
 
+TEST_F(CaptureProbeTest, aWindowOfNegativeExtentIsAskedForAtTheSizeOfTheStandardisedOne) {
+    world.screenCapture.addWindow(11, {-30, -37});
+    probe();
+    ASSERT_EQ(world.screenCapture.captures.size(), 1U);
+    EXPECT_EQ(world.screenCapture.captures[0].configuration,
+              (CaptureConfiguration{60, 74, false, CaptureResolution::best}));
+}
+
 TEST_F(CaptureProbeTest, withoutThePermissionNothingIsAsked) {
     offer(11);
     world.screenCapture.accessGranted = false;

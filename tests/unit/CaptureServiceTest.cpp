@@ -257,6 +257,13 @@ TEST_F(CaptureServiceTest, aWindowThatIsGoneByTheTimeOfItsCaptureHasNoEntry) {
     EXPECT_EQ(port.contentCalls, 1) << "the snapshot still lists it";
 }
 
+TEST_F(CaptureServiceTest, aCaptureNeitherChecksNorAsksForThePermission) {
+    port.addWindow(1, {20, 24});
+    EXPECT_EQ(capture({1}), Ids{1});
+    EXPECT_EQ(world.journal.calls(),
+              (std::vector<std::string>{"shareableContent", "captureImage 1"}));
+}
+
 TEST_F(CaptureServiceTest, permissionsAreThePortsOwnAnswers) {
     port.accessGranted = false;
     EXPECT_FALSE(service.screenCaptureGranted());

@@ -38,6 +38,23 @@ TEST_F(ExtrasBarTest, everyChildIsThereWithRoleAndFrame) {
                          {{"AXMenuBarItem", Rect{{700, 0}, {30, 37}}}, {"", std::nullopt}}}));
 }
 
+TEST_F(ExtrasBarTest, aFrameIsReadFromPositionAndSizeAsTheTrayDoes) {
+    addApplication(7, "Mixer");
+    for (const double x : {700.0, 730.0}) {
+        const auto item = accessibility.addStatusItem(7, {});
+        accessibility.removeAttribute(item, "AXFrame");
+        accessibility.setAttribute(item, "AXPosition", Point{x, 0});
+        accessibility.setAttribute(item, "AXSize", Size{30, 37});
+        if (x == 730)
+            accessibility.removeAttribute(item, "AXSize");
+    }
+    const auto bars = read();
+    ASSERT_EQ(bars.size(), 1U);
+    ASSERT_EQ(bars[0].children.size(), 2U);
+    EXPECT_EQ(bars[0].children[0].frame, (Rect{{700, 0}, {30, 37}}));
+    EXPECT_EQ(bars[0].children[1].frame, std::nullopt);
+}
+
 TEST_F(ExtrasBarTest, anApplicationWithoutABarAnswersAllTheSame) {
     addApplication(7, "Editor");
     const auto bars = read();

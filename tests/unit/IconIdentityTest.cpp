@@ -124,6 +124,24 @@ TEST_F(IconIdentityTest, aFrameIsReadFromPositionAndSizeToo) {
     EXPECT_EQ(owners[0].frame, (Rect{{30, 1}, {20, 24}}));
 }
 
+TEST_F(IconIdentityTest, positionAndSizeOfTheirTypesStandInForAFrameOfAnother) {
+    accessibility.addApplication(7, "Seven");
+    const auto add = [&](AttributeValue frame, AttributeValue position, AttributeValue size) {
+        const auto item = accessibility.addStatusItem(7, {});
+        accessibility.setAttribute(item, "AXFrame", std::move(frame));
+        accessibility.setAttribute(item, "AXPosition", std::move(position));
+        accessibility.setAttribute(item, "AXSize", std::move(size));
+    };
+    add(Point{1, 2}, Point{10, 0}, Size{20, 24});
+    add(Point{1, 2}, Size{40, 0}, Size{20, 24});
+    add(Point{1, 2}, Point{70, 0}, Point{20, 24});
+    add(Rect{{100, 0}, {30, 24}}, Point{130, 0}, Size{20, 24});
+    const auto owners = IconIdentity::resolveOwners(accessibility);
+    ASSERT_EQ(owners.size(), 2U);
+    EXPECT_EQ(owners[0].frame, (Rect{{10, 0}, {20, 24}}));
+    EXPECT_EQ(owners[1].frame, (Rect{{100, 0}, {30, 24}}));
+}
+
 TEST_F(IconIdentityTest, namesFallBackToTheBundleIdentifierAndThenToApp) {
     for (const std::int32_t pid : {1, 2, 3}) {
         accessibility.addApplication(pid, "Name");
@@ -250,6 +268,8 @@ TEST_F(IconIdentityTest, theMenuBarsOwnerIsAskedBeforeTheFrontmostApplication) {
     EXPECT_EQ(IconIdentity::frontmostMenuWidth(accessibility), 200);
     EXPECT_EQ(accessibility.timeouts.back().seconds, 0.3F);
     accessibility.hung.insert(1);
+    EXPECT_FALSE(IconIdentity::frontmostMenuWidth(accessibility));
+    accessibility.menuBarOwner->processIdentifier = -1;
     EXPECT_FALSE(IconIdentity::frontmostMenuWidth(accessibility));
 }
 
