@@ -1,5 +1,7 @@
 #include <Orrivane/MenuBarPreview.h>
 
+#include <Orrivane/SqueezeEngine.h>
+
 #include <algorithm>
 #include <cstddef>
 
@@ -7,7 +9,6 @@ namespace orrivane {
 
 namespace {
 
-constexpr int systemSpacing = 16;
 constexpr double pointsPerSpacingStep = 6.0;
 constexpr double narrowestIcon = 14.0;
 
@@ -17,10 +18,11 @@ double effectiveWidth(double measured, std::optional<double> shrink) {
 
 /// What each of `count` icons loses; absent where the measured widths stay, however narrow.
 std::optional<double> shrinkPerIcon(std::optional<int> spacing, std::size_t count) {
-    if (!spacing || *spacing >= systemSpacing || count == 0)
+    if (!spacing || *spacing >= SqueezeEngine::systemSpacing || count == 0)
         return std::nullopt;
     // As a double, because the difference from the lowest integers does not fit an int.
-    const double steps = systemSpacing - static_cast<double>(*spacing);
+    const double steps =
+        static_cast<double>(SqueezeEngine::systemSpacing) - static_cast<double>(*spacing);
     return steps * pointsPerSpacingStep / static_cast<double>(count);
 }
 

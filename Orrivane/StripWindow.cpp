@@ -4,7 +4,6 @@
 #include <Orrivane/platform/Screens.h>
 #include <Orrivane/platform/TrayPanel.h>
 
-#include <algorithm>
 #include <numeric>
 
 namespace orrivane {
@@ -12,17 +11,14 @@ namespace orrivane {
 namespace {
 
 // Numbers of the window server and its toolkit.
-constexpr std::uint32_t nonactivatingPanel = 128;
-constexpr int statusWindowLevelKey = 9;
-// Joins all spaces, stationary, ignores the window cycle, auxiliary to full-screen windows.
+constexpr std::uint32_t nonactivatingPanel = 128; // NSWindowStyleMaskNonactivatingPanel
+// NSWindowCollectionBehavior: CanJoinAllSpaces, Stationary, IgnoresCycle, FullScreenAuxiliary.
 constexpr std::uint32_t collectionBehavior = 0x151;
 constexpr double initialBarHeight = 32; // points
 
 const ScreenDescription* screenOfTray(std::span<const ScreenDescription> screens) {
-    const auto notched = std::ranges::find_if(
-        screens, [](const ScreenDescription& screen) { return screen.safeAreaTop > 0; });
-    if (notched != screens.end())
-        return &*notched;
+    if (const auto* notched = WindowCensus::notchedScreen(screens))
+        return notched;
     return screens.empty() ? nullptr : &screens.front();
 }
 
@@ -36,7 +32,7 @@ StripWindow::StripWindow(TrayPanel& panel, Screens& screens)
     configuration.deferred = true;
     configuration.floating = true;
     configuration.becomesKeyOnlyIfNeeded = true;
-    configuration.level = panel.windowLevelForKey(statusWindowLevelKey) + 1;
+    configuration.level = panel.windowLevelForKey(TrayPanel::statusWindowLevelKey) + 1;
     configuration.collectionBehavior = collectionBehavior;
     configuration.clearBackground = true;
     configuration.opaque = false;

@@ -13,18 +13,12 @@ namespace orrivane {
 
 namespace {
 
-constexpr std::int64_t statusWindowLayer = 25;
+// Points. What is larger is no icon, and what is farther off is not in the bar.
 constexpr double lineSlack = 2.0;
 constexpr double maximumHeight = 40.0;
 constexpr double maximumWidth = 400.0;
 constexpr double screenSlack = 1.0;
 constexpr std::size_t usualCount = 16; // icons in a bar
-
-const ScreenDescription* notchedScreen(std::span<const ScreenDescription> screens) {
-    const auto found = std::ranges::find_if(
-        screens, [](const ScreenDescription& screen) { return screen.safeAreaTop > 0; });
-    return found == screens.end() ? nullptr : &*found;
-}
 
 std::optional<NotchInfo> notchOf(const ScreenDescription* screen) {
     if (!screen || !screen->auxiliaryTopLeftArea || !screen->auxiliaryTopRightArea)
@@ -50,7 +44,7 @@ bool isRectangle(const Rect& rect) {
 
 bool isStatusItem(const WindowListEntry& entry, double line,
                   const std::optional<NotchInfo>& notch) {
-    if (entry.layer != statusWindowLayer || !entry.number || !entry.bounds ||
+    if (entry.layer != WindowCensus::statusLayer || !entry.number || !entry.bounds ||
         !isRectangle(*entry.bounds))
         return false;
     const Rect& bounds = *entry.bounds;
@@ -87,6 +81,12 @@ std::vector<StatusItemWindow> CensusResult::eaten() const {
     std::vector<StatusItemWindow> result;
     std::ranges::copy_if(items, std::back_inserter(result), &StatusItemWindow::isEaten);
     return result;
+}
+
+const ScreenDescription* WindowCensus::notchedScreen(std::span<const ScreenDescription> screens) {
+    const auto found = std::ranges::find_if(
+        screens, [](const ScreenDescription& screen) { return screen.safeAreaTop > 0; });
+    return found == screens.end() ? nullptr : &*found;
 }
 
 CensusResult WindowCensus::take() {

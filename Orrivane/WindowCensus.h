@@ -74,6 +74,12 @@ struct WindowCensus {
     static CensusResult take(std::span<const ScreenDescription> screens,
                              std::span<const WindowListEntry> all,
                              std::span<const WindowListEntry> onscreen);
+
+    /// The first screen with a camera housing; null when there is none. Points into `screens`.
+    static const ScreenDescription* notchedScreen(std::span<const ScreenDescription> screens);
+
+    /// The layer that the window server gives status items' windows, and no others.
+    static constexpr std::int64_t statusLayer = 25;
 };
 
 } // namespace orrivane

@@ -29,6 +29,8 @@ class TrayPanel {
   public:
     virtual ~TrayPanel() = default;
 
+    static constexpr int statusWindowLevelKey = 9; ///< kCGStatusWindowLevelKey
+
     /// The level that the window server gives a level key.
     [[nodiscard]] virtual int windowLevelForKey(int key) = 0;
     /// Makes the panel, hidden and of zero size; called once, before everything below.

@@ -10,7 +10,6 @@ namespace orrivane {
 
 namespace {
 
-constexpr int statusWindowLevelKey = 9;
 constexpr int statusWindowLevel = 25;
 
 using Images = std::vector<Image>;

@@ -62,7 +62,8 @@ void StatusItems::rebuild() {
         item.isCovered = top && isCoveredBy(*top, centre);
         const Rect bounds{{static_cast<double>(item.rect.x), item.band.minY()},
                           {static_cast<double>(item.rect.width), item.band.height()}};
-        entries_.push_back({statusLayer, id, space.toGlobal(bounds), !item.isCovered});
+        entries_.push_back(
+            {WindowCensus::statusLayer, id, space.toGlobal(bounds), !item.isCovered});
         items_.push_back(item);
     }
     appendOrdinaryWindows(space);

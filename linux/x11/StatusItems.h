@@ -32,8 +32,8 @@ class StatusItems {
     [[nodiscard]] const std::vector<StatusItem>& lastKnown() const { return items_; }
     /// The item as of the last `current`; null when it is gone.
     [[nodiscard]] const StatusItem* find(std::uint32_t window) const;
-    static constexpr std::int64_t statusLayer = 25;
-    /// The same as window-list entries, layer 25, then the root's children, layer 0.
+    /// The same as window-list entries, WindowCensus::statusLayer, then the root's children, layer
+    /// 0.
     const std::vector<WindowListEntry>& entries();
 
     /// The dock that holds the icons, else one in a cutout's band, else any; null without a dock.

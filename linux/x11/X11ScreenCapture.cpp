@@ -34,7 +34,7 @@ void X11ScreenCapture::shareableContent(
     std::function<void(std::optional<ShareableContent>)> completion) {
     ShareableContent content;
     for (const auto& entry : items_.entries())
-        if (entry.layer == StatusItems::statusLayer && entry.number && entry.bounds)
+        if (entry.layer == WindowCensus::statusLayer && entry.number && entry.bounds)
             content.windows.push_back({*entry.number, *entry.bounds, nullptr});
     if (!connection_.isResponsive() || connection_.isLost())
         return completion(std::nullopt);

@@ -172,6 +172,11 @@ TEST(WindowCensus, negativeExtentsCountAsTheStandardisedRectangle) {
     EXPECT_TRUE(result.items.front().isEaten);
 }
 
+TEST(WindowCensus, theOrderIsThatOfTheStandardisedLeftEdges) {
+    EXPECT_EQ(ids(take({notched()}, {item(1, 20, 10), item(2, 40, -25), item(3, 30, 10)}).items),
+              (Ids{2, 1, 3}));
+}
+
 TEST(WindowCensus, aRectangleWithACoordinateThatIsNoNumberIsNone) {
     const double none = std::nan("");
     for (const auto& screen : {notched(), ScriptedScreens::plain()}) {

@@ -19,7 +19,7 @@ class TrayPanelContract : public Contract<World> {
         TrayPanelConfiguration configuration;
         configuration.styleMask = 128;
         configuration.floating = true;
-        configuration.level = panel().windowLevelForKey(9) + 1;
+        configuration.level = panel().windowLevelForKey(TrayPanel::statusWindowLevelKey) + 1;
         configuration.opaque = false;
         configuration.hasShadow = false;
         configuration.movable = false;
