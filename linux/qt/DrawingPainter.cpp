@@ -1,5 +1,7 @@
 #include <linux/qt/DrawingPainter.h>
 
+#include <Orrivane/view/RoundedOutline.h>
+
 #include <linux/qt/ImageScaling.h>
 #include <linux/qt/RoleColors.h>
 
@@ -16,46 +18,26 @@ namespace orrivane {
 
 namespace {
 
-// How far along an edge a continuous corner begins, in radii. A circular one begins at 1.
-constexpr double continuousReach = 1.528665;
-// How much of the text colour lies over what is behind, where nothing shows through.
-constexpr double barMaterialOpacity = 0.08;
-
-// One cubic a corner, through the point where the circle of that radius crosses the diagonal; with
-// a reach of one radius it is that circle.
-struct CornerCurve {
-    double reach;  // from the corner to where the edge begins to bend
-    double handle; // from the corner to the control point
-};
-
-CornerCurve cornerCurve(const RoundedRectangle& shape, const QRectF& rect, double scale) {
-    const double longest = std::min(rect.width(), rect.height()) / 2;
-    const double radius = std::min(shape.cornerRadius * scale, longest);
-    const double wanted = shape.corners == CornerStyle::continuous ? continuousReach : 1;
-    const double reach = std::min(radius * wanted, longest);
-    const double diagonal = radius * (1 - std::sqrt(0.5));
-    return {reach, std::max(0.0, (8 * diagonal - reach) / 3)};
+QPainterPath pathOf(std::span<const PathElement> elements, auto&& place) {
+    QPainterPath path;
+    for (const auto& element : elements) {
+        if (const auto* move = std::get_if<MoveTo>(&element))
+            path.moveTo(place(move->to));
+        else if (const auto* line = std::get_if<LineTo>(&element))
+            path.lineTo(place(line->to));
+        else if (const auto* curve = std::get_if<CurveTo>(&element))
+            path.cubicTo(place(curve->control1), place(curve->control2), place(curve->to));
+        else
+            path.closeSubpath();
+    }
+    return path;
 }
 
-QPainterPath roundedPath(const QRectF& rect, const CornerCurve& curve) {
-    const std::array<QPointF, 4> corners{rect.topLeft(), rect.topRight(), rect.bottomRight(),
-                                         rect.bottomLeft()};
-    const std::array<QPointF, 4> along{QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0),
-                                       QPointF(0, -1)};
-    QPainterPath path;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        const auto in = -along[(i + 3) % 4];
-        const auto out = along[i];
-        const auto start = corners[i] + in * curve.reach;
-        if (i == 0)
-            path.moveTo(start);
-        else
-            path.lineTo(start);
-        path.cubicTo(corners[i] + in * curve.handle, corners[i] + out * curve.handle,
-                     corners[i] + out * curve.reach);
-    }
-    path.closeSubpath();
-    return path;
+// `rect` and `radius` in pixels.
+QPainterPath roundedPath(const QRectF& rect, double radius, CornerStyle corners) {
+    return pathOf(
+        roundedOutline(Rect{{rect.x(), rect.y()}, {rect.width(), rect.height()}}, radius, corners),
+        [](Point point) { return QPointF(point.x, point.y); });
 }
 
 // A whole number of source pixels a target pixel needs no interpolation, if it begins on one.
@@ -173,14 +155,13 @@ QColor DrawingPainter::color(ColorRole role, double opacity) const {
 void DrawingPainter::draw(const RoundedRectangle& rectangle) {
     const QRectF outside = snapped(rectangle.rect);
     const double scale = std::min(scaleX_, scaleY_);
-    auto path = roundedPath(outside, cornerCurve(rectangle, outside, scale));
+    const double radius = rectangle.cornerRadius * scale;
+    auto path = roundedPath(outside, radius, rectangle.corners);
     if (rectangle.borderWidth > 0) {
         const double width = std::max(1.0, std::round(rectangle.borderWidth * scale));
         const auto inside = outside.adjusted(width, width, -width, -width);
-        auto inner = rectangle;
-        inner.cornerRadius = std::max(0.0, rectangle.cornerRadius - width / scale);
         if (inside.isValid())
-            path.addPath(roundedPath(inside, cornerCurve(inner, inside, scale)));
+            path.addPath(roundedPath(inside, radius - width, rectangle.corners));
         path.setFillRule(Qt::OddEvenFill);
     }
     painter_->setRenderHint(QPainter::Antialiasing);
@@ -203,17 +184,7 @@ void DrawingPainter::draw(const Oval& oval) {
 }
 
 void DrawingPainter::draw(const Path& path) {
-    QPainterPath shape;
-    for (const auto& element : path.elements) {
-        if (const auto* move = std::get_if<MoveTo>(&element))
-            shape.moveTo(exact(move->to));
-        else if (const auto* line = std::get_if<LineTo>(&element))
-            shape.lineTo(exact(line->to));
-        else if (const auto* curve = std::get_if<CurveTo>(&element))
-            shape.cubicTo(exact(curve->control1), exact(curve->control2), exact(curve->to));
-        else
-            shape.closeSubpath();
-    }
+    const auto shape = pathOf(path.elements, [this](Point point) { return exact(point); });
     painter_->setRenderHint(QPainter::Antialiasing);
     const auto fill = color(path.color, path.opacity);
     if (path.strokeWidth > 0)

@@ -3,8 +3,8 @@
 #import <macos/appkit/Conversions.h>
 #import <macos/view/Roles.h>
 
+#include <Orrivane/view/RoundedOutline.h>
 #include <macos/view/ImageHandle.h>
-#include <macos/view/RoundedShape.h>
 
 #include <algorithm>
 #include <cmath>
@@ -13,9 +13,6 @@
 namespace orrivane {
 
 namespace {
-
-// How much of the text colour lies over what is behind, where the system's material cannot.
-constexpr double barMaterialOpacity = 0.08;
 
 CGRect cgRect(const Rect& rect) {
     return CGRectMake(rect.minX(), rect.minY(), rect.width(), rect.height());
@@ -49,6 +46,7 @@ class Renderer {
     void draw(const DrawnImage& image);
     void draw(const DrawnText& text);
     void add(const PathElement& element);
+    void addOutline(CGRect rect, double radius, CornerStyle corners);
 
     void setColor(ColorRole role, double opacity) {
         NSColor* color = roleColor(role);
@@ -101,13 +99,12 @@ void Renderer::draw(const RoundedRectangle& rectangle) {
         return;
     setColor(rectangle.fill, rectangle.opacity);
     CGContextBeginPath(context_);
-    addRoundedRectangle(context_, outside, rectangle.cornerRadius, rectangle.corners);
+    addOutline(outside, rectangle.cornerRadius, rectangle.corners);
     if (rectangle.borderWidth > 0) {
         const double width = std::max(rectangle.borderWidth, pixel());
         const auto inside = CGRectInset(outside, width, width);
         if (!CGRectIsEmpty(inside))
-            addRoundedRectangle(context_, inside, std::max(0.0, rectangle.cornerRadius - width),
-                                rectangle.corners);
+            addOutline(inside, rectangle.cornerRadius - width, rectangle.corners);
     }
     CGContextEOFillPath(context_);
 }
@@ -123,6 +120,12 @@ void Renderer::draw(const BarMaterial& material) {
 void Renderer::draw(const Oval& oval) {
     setColor(oval.fill, oval.opacity);
     CGContextFillEllipseInRect(context_, cgRect(oval.rect));
+}
+
+void Renderer::addOutline(CGRect rect, double radius, CornerStyle corners) {
+    const Rect place{{rect.origin.x, rect.origin.y}, {rect.size.width, rect.size.height}};
+    for (const auto& element : roundedOutline(place, radius, corners))
+        add(element);
 }
 
 void Renderer::add(const PathElement& element) {
