@@ -40,6 +40,19 @@ TEST(AppDelegateTest, theWindowGrowsAndShrinksDownwardUnderItsTopEdge) {
     }
 }
 
+TEST(AppDelegateTest, littleContentMakesTheWindowLowerThanTheUserMay) {
+    constexpr double little = AppDelegate::minimumWindowSize.height / 2;
+    const auto result = fitted(little);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->height() - chrome, little);
+}
+
+TEST(AppDelegateTest, aFrameOfNegativeExtentIsFittedAsTheSameFrameStandardised) {
+    const Rect turned{{frame.maxX(), frame.maxY()}, {-frame.width(), -frame.height()}};
+    EXPECT_EQ(AppDelegate::fittedFrame(turned, 620, chrome, 900, 700), fitted(700));
+    EXPECT_TRUE(fitted(700));
+}
+
 TEST(AppDelegateTest, aDifferenceOfExactlyFourPointsChangesNothing) {
     EXPECT_EQ(fitted(620), std::nullopt);
     EXPECT_EQ(fitted(624), std::nullopt);

@@ -120,6 +120,16 @@ TEST_F(AppStateRefreshTest, itemsThatAreOffScreenAreCapturedToo) {
     EXPECT_EQ(capturedIDs(), (IDs{hidden, visible, hidden, visible, 14}));
 }
 
+TEST_F(AppStateRefreshTest, imagesAreAskedForInTheOrderOfTheCensus) {
+    desktop.windowList.clear();
+    addItem(20, 900, 40);
+    addItem(10, 1000, 40);
+    addItem(30, 700, 30);
+    refresh();
+    EXPECT_EQ(capturedIDs(), (IDs{30, 20, 10}))
+        << "neither by number nor as the windows are listed";
+}
+
 TEST_F(AppStateRefreshTest, anEmptyCaptureIsTriedAgainThoughNothingChanged) {
     desktop.screenCapture.captureReply = CaptureReply::failure();
     refresh();

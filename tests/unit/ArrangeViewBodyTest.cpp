@@ -160,6 +160,16 @@ TEST_F(ArrangeViewBodyTest, theLineStandsAtTheLeadingEdgeOfTheTileRightOfTheGap)
     EXPECT_EQ(drawn(3).size(), 1U);
 }
 
+TEST_F(ArrangeViewBodyTest, theDraggedTileShowsTheLineUndimmedToo) {
+    appear();
+    view->beginDrag(13);
+    view->setInsertion(2);
+    root = view->body();
+    ASSERT_EQ(drawn(2).size(), 3U);
+    EXPECT_EQ(std::get<Group>(drawn(2)[0]), (Group{0.4, 1}));
+    EXPECT_EQ(std::get<RoundedRectangle>(drawn(2)[2]), line(0));
+}
+
 TEST_F(ArrangeViewBodyTest, theLineAfterTheLastTileStandsAtItsTrailingEdge) {
     appear();
     view->setInsertion(4);
@@ -181,6 +191,14 @@ TEST_F(ArrangeViewBodyTest, aHiddenItemWithoutAnOwnerIsUnknownAndHidden) {
     world.accessibility.quit(111);
     appear();
     EXPECT_EQ(tiles()[0]->tooltip, "Unknown (hidden under the notch)");
+}
+
+TEST_F(ArrangeViewBodyTest, anOwnerThatIsCalledNothingIsNotUnknown) {
+    world.accessibility.addApplication(113, "");
+    world.accessibility.addStatusItem(113, {{940, 0}, {40, 37}});
+    appear();
+    EXPECT_EQ(view->names().at(13), "");
+    EXPECT_EQ(tiles()[2]->tooltip, "");
 }
 
 TEST_F(ArrangeViewBodyTest, theTilesTakePartInADragFromBeginningToEnd) {

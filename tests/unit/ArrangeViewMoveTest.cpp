@@ -201,12 +201,14 @@ TEST_F(ArrangeViewMoveTest, nothingIsTakenUpWhileAMoveIsInProgress) {
 
 TEST_F(ArrangeViewMoveTest, afterAMoveItWaits700MillisecondsAndReadsTheBarAgain) {
     appear();
+    EXPECT_EQ(ArrangeView::settlingTime, 0.7);
     const auto censuses = world.journal.count("allWindows");
     dragAndDrop(12, 4);
     world.windowList.remove(12);
     addItem(12, 1020, 30, "");
     world.loop.advance(moveTime + ArrangeView::settlingTime - 0.01);
     EXPECT_EQ(world.journal.count("allWindows"), censuses);
+    EXPECT_EQ(order(), (Order{11, 12, 13, 14}));
     EXPECT_TRUE(view->isWorking());
     world.loop.advance(0.02);
     EXPECT_EQ(world.journal.count("allWindows"), censuses + 1);

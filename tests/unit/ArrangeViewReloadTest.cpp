@@ -42,6 +42,36 @@ TEST_F(ArrangeViewReloadTest, withoutThePermissionItForgetsItsImagesAndCapturesN
     EXPECT_EQ(view->names().size(), 3U);
 }
 
+TEST_F(ArrangeViewReloadTest, withoutThePermissionItReadsTheNamesAllTheSame) {
+    world.screenCapture.accessGranted = false;
+    appear();
+    EXPECT_EQ(view->names(), (ArrangeView::Names{{11, "Clock"}, {12, "Network"}, {14, "Sound"}}));
+}
+
+TEST_F(ArrangeViewReloadTest, itCapturesWhatTheCensusFoundAndThenAsksOnceForTheOwners) {
+    appear();
+    const auto& journal = world.journal;
+    EXPECT_LT(journal.firstIndex("allWindows"), journal.firstIndex("captureImage"));
+    EXPECT_LT(journal.firstIndex("captureImage"), journal.firstIndex("runningApplications"));
+    EXPECT_EQ(journal.count("allWindows"), 1U);
+    EXPECT_EQ(journal.count("runningApplications"), 1U);
+}
+
+TEST_F(ArrangeViewReloadTest, theOldImagesAndNamesStayUntilTheNewOnesAreThere) {
+    appear();
+    const auto images = view->images();
+    const auto names = view->names();
+    world.screenCapture.captureReply = CaptureReply::later(0.5);
+    world.windowList.remove(12);
+    run(view->reload());
+    EXPECT_EQ(order(), (Order{11, 13, 14}));
+    EXPECT_EQ(view->images(), images);
+    EXPECT_EQ(view->names(), names);
+    world.loop.advance(0.51);
+    EXPECT_EQ(view->images().size(), 3U);
+    EXPECT_EQ(view->names(), (ArrangeView::Names{{11, "Clock"}, {14, "Sound"}}));
+}
+
 TEST_F(ArrangeViewReloadTest, aReloadForgetsTheNamesOfItemsThatAreGone) {
     appear();
     world.windowList.remove(12);

@@ -2,9 +2,11 @@
 
 #include <tests/support/ScriptedLog.h>
 #include <tests/support/ScriptedLoginService.h>
+#include <tests/support/ScriptedShellPlatform.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -86,6 +88,31 @@ TEST_F(LoginItemTest, successLogsNothing) {
     set(true);
     set(false);
     EXPECT_TRUE(log.lines.empty());
+}
+
+/// Ends the program, successfully if the operations without ports went to the installed ones.
+[[noreturn]] void useTheInstalledPlatform() {
+    ScriptedPlatform desktop;
+    ScriptedShellPlatform shell(desktop);
+    const auto platform = desktop.platform();
+    const auto shellPlatform = shell.platform();
+    Platform::install(platform);
+    ShellPlatform::install(shellPlatform);
+    const bool before = LoginItem::isEnabled();
+    LoginItem::setEnabled(true);
+    const bool after = LoginItem::isEnabled();
+    shell.loginService.unregisterError = "busy";
+    LoginItem::setEnabled(false);
+    const Lines expected{"status", "registerItem", "status", "unregisterItem",
+                         "log LoginItem: failed to unregister login item: busy"};
+    std::_Exit(!before && after && desktop.journal.calls() == expected ? 0 : 1);
+}
+
+using LoginItemDeathTest = LoginItemTest;
+
+// In a process of its own, because what was installed stays.
+TEST_F(LoginItemDeathTest, withoutPortsTheInstalledOnesAreUsed) {
+    EXPECT_EXIT(useTheInstalledPlatform(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

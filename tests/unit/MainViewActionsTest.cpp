@@ -154,6 +154,21 @@ TEST_F(MainViewActionsTest, thePopoverPostsNoContentHeight) {
     EXPECT_TRUE(posts.empty());
 }
 
+TEST_F(MainViewActionsTest, whatItPostsIsAboutNobodyInParticular) {
+    create(true);
+    int aboutTheView = 0;
+    for (const auto name :
+         {NotificationName::orrivaneShowWindow, NotificationName::orrivaneStatusItemChanged,
+          NotificationName::orrivaneContentHeight})
+        observations.push_back(
+            notifications.addObserver(name, [&](const UserInfo&) { ++aboutTheView; }, view.get()));
+    press("Open Window");
+    flip("Menu bar icon", false);
+    std::get<VerticalScroll>(root.node).contentHeightChanged.run(700);
+    EXPECT_EQ(posts.size(), 3U);
+    EXPECT_EQ(aboutTheView, 0);
+}
+
 TEST_F(MainViewActionsTest, theArrangeSectionIsReadWhenItOpensAndEveryTimeItDoes) {
     createAndAppear();
     const auto before = censuses();

@@ -33,6 +33,16 @@ TEST_F(MainViewControlsTest, theSwitchesShowWhatIsStored) {
               "Hide Orrivane's own icon from the menu bar. Reopen the app to get the window back.");
 }
 
+TEST_F(MainViewControlsTest, theSwitchesHaveFallbacksThoughNobodyElseRegistersThem) {
+    world.userDefaults.fallbacks.clear();
+    create();
+    EXPECT_TRUE(isOn("Menu bar icon"));
+    EXPECT_TRUE(isOn("Keep mirroring on the notched screen while external displays are connected"));
+    EXPECT_FALSE(isOn("Tighten macOS icon spacing"));
+    EXPECT_FALSE(onlyNode<Disclosure>(root, "Show icon list").isExpanded);
+    EXPECT_TRUE(world.userDefaults.stored.empty());
+}
+
 TEST_F(MainViewControlsTest, theSqueezeControlsAreThereOnlyWhileItsSwitchIsOn) {
     create();
     EXPECT_FALSE(isShown<Slider>("Spacing"));

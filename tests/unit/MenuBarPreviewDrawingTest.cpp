@@ -109,6 +109,15 @@ TEST(MenuBarPreviewDrawing, withoutANotchTheRowFillsTheWidthAndNothingIsMarked) 
     EXPECT_EQ((preview.drawing({200, 34}).primitives), expected);
 }
 
+TEST(MenuBarPreviewDrawing, withoutANotchATightenedRowFillsTheWidthToo) {
+    // 30 points less each: 60 and 40 are left, and twice that is as wide as the place.
+    const MenuBarPreview preview{std::nullopt, {icon(1, 90), icon(2, 70)}, 6};
+    auto expected = bar(200);
+    addPlaceholder(expected, {{0, 9}, {120, 16}});
+    addPlaceholder(expected, {{120, 9}, {80, 16}});
+    EXPECT_EQ((preview.drawing({200, 34}).primitives), expected);
+}
+
 TEST(MenuBarPreviewDrawing, withoutIconsBarAndNotchAreStillThere) {
     auto expected = bar(756);
     EXPECT_EQ((MenuBarPreview{}.drawing(half).primitives), expected);
@@ -142,9 +151,12 @@ TEST(MenuBarPreviewDrawing, aTighterSpacingIsDrawnAsItsLayoutSays) {
 }
 
 TEST(MenuBarPreviewDrawing, everythingIsCentredInAnyHeight) {
-    const auto primitives = MenuBarPreview{notch, {}, std::nullopt}.drawing({756, 60}).primitives;
+    const auto primitives =
+        MenuBarPreview{notch, {icon(1, 112)}, std::nullopt}.drawing({756, 60}).primitives;
     EXPECT_EQ(std::get<BarMaterial>(primitives.at(0)).rect, (Rect{{0, 18}, {756, 24}}));
-    EXPECT_EQ(std::get<RoundedRectangle>(primitives.at(2)).rect, (Rect{{650, 19}, {50, 22}}));
+    EXPECT_EQ(std::get<RoundedRectangle>(primitives.at(2)).rect, (Rect{{700, 22}, {56, 16}}));
+    EXPECT_EQ(std::get<DrawnText>(primitives.at(3)).rect, (Rect{{700, 22}, {56, 16}}));
+    EXPECT_EQ(std::get<RoundedRectangle>(primitives.at(4)).rect, (Rect{{650, 19}, {50, 22}}));
 }
 
 } // namespace

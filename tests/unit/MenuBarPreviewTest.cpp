@@ -145,6 +145,19 @@ TEST(MenuBarPreviewTest, aSmallerSpacingCanPushAnIconFromTheLeftOfTheNotchUnderI
     EXPECT_TRUE(MenuBarPreview::layout(notch, icons, 8)[0].eaten);
 }
 
+TEST(MenuBarPreviewTest, aTightenedIconEndsWhereItsOwnWidthEnds) {
+    // Both lose 36 points: the first one now ends at 650, where its measured width would reach 686.
+    const auto laid = MenuBarPreview::layout(notch, iconsOfWidths({100, 1512 - 650 + 36}), 4);
+    ASSERT_EQ(laid[0].x + laid[0].width, 650);
+    EXPECT_FALSE(laid[0].eaten);
+}
+
+TEST(MenuBarPreviewTest, anIconWithoutWidthIsEatenOnlyInsideTheNotch) {
+    EXPECT_TRUE(MenuBarPreview::layout(notch, iconsOfWidths({0, 1512 - 700}), {})[0].eaten);
+    EXPECT_FALSE(MenuBarPreview::layout(notch, iconsOfWidths({0, 1512 - 660}), {})[0].eaten);
+    EXPECT_FALSE(MenuBarPreview::layout(notch, iconsOfWidths({0, 1512 - 850}), {})[0].eaten);
+}
+
 TEST(MenuBarPreviewTest, theProjectedCountIsTheNumberOfEatenIcons) {
     // 30 icons of 30 points begin at 612: those from 642 to 822 lie under the notch.
     EXPECT_EQ(MenuBarPreview::projectedEatenCount(notch, equalIcons(30, 30), {}), 7);

@@ -2,9 +2,12 @@
 
 #include <tests/support/ScriptedGlobalPreferences.h>
 #include <tests/support/ScriptedProcessLauncher.h>
+#include <tests/support/ScriptedShellPlatform.h>
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <limits>
 #include <string>
 #include <vector>
@@ -106,6 +109,51 @@ TEST_F(SqueezeEngineStoreDeathTest, applyOfASpacingTooLowToSubtractFromEndsThePr
     EXPECT_DEATH(SqueezeEngine::apply(lowest, preferences), "");
     EXPECT_DEATH(SqueezeEngine::apply(lowest + 1, preferences), "");
     EXPECT_TRUE(SqueezeEngine::apply(lowest + 2, preferences));
+}
+
+TEST_F(SqueezeEngineStoreDeathTest, applyOfASpacingThatEndsTheProgramStoresNothing) {
+    struct Guarded : ScriptedGlobalPreferences {
+        void setValue(std::string_view, std::optional<std::int64_t>) override { std::_Exit(0); }
+    } guarded;
+    constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EXIT(SqueezeEngine::apply(lowest, guarded), testing::KilledBySignal(SIGABRT), "");
+    EXPECT_EXIT(SqueezeEngine::apply(6, guarded), testing::ExitedWithCode(0), "");
+}
+
+/// Ends the program, successfully if the operations without ports went to the installed ones.
+[[noreturn]] void useTheInstalledPlatform() {
+    ScriptedPlatform desktop;
+    ScriptedShellPlatform shell(desktop);
+    const auto platform = shell.platform();
+    ShellPlatform::install(platform);
+    const bool applied = SqueezeEngine::apply(6);
+    const bool isRead = SqueezeEngine::read() == SqueezeState{6, 4};
+    const bool removed = SqueezeEngine::reset();
+    SqueezeEngine::restartControlCenter();
+    shell.globalPreferences.synchronizes = false;
+    const bool failuresAreTold = !SqueezeEngine::apply(8) && !SqueezeEngine::reset();
+    const Calls expected{"setValue NSStatusItemSpacing 6",
+                         "setValue NSStatusItemSelectionPadding 4",
+                         "synchronize",
+                         "copyValue NSStatusItemSpacing",
+                         "copyValue NSStatusItemSelectionPadding",
+                         "setValue NSStatusItemSpacing none",
+                         "setValue NSStatusItemSelectionPadding none",
+                         "synchronize",
+                         "launch /usr/bin/killall ControlCenter",
+                         "setValue NSStatusItemSpacing 8",
+                         "setValue NSStatusItemSelectionPadding 6",
+                         "synchronize",
+                         "setValue NSStatusItemSpacing none",
+                         "setValue NSStatusItemSelectionPadding none",
+                         "synchronize"};
+    const bool went = desktop.journal.calls() == expected;
+    std::_Exit(applied && isRead && removed && failuresAreTold && went ? 0 : 1);
+}
+
+// In a process of its own, because what was installed stays.
+TEST_F(SqueezeEngineStoreDeathTest, withoutPortsTheInstalledOnesAreUsed) {
+    EXPECT_EXIT(useTheInstalledPlatform(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "StripFixture.h"
 
+#include <tests/support/ScriptedImage.h>
+
 namespace orrivane {
 namespace {
 
@@ -18,6 +20,17 @@ TEST_F(Images, areCapturedOnTheFirstTickAndOnEveryThirdAfterIt) {
         counts.push_back(captureCount() / 2);
     }
     EXPECT_EQ(counts, (std::vector<std::size_t>{1, 1, 1, 2, 2, 2, 3, 3}));
+}
+
+TEST_F(Images, standInTheCellOfTheirOwnItem) {
+    for (const auto id : {left, right})
+        world.screenCapture.images.emplace(id, ScriptedImage::make(static_cast<int>(id), 74));
+    start();
+    for (const std::size_t cell : {0U, 1U}) {
+        const auto label = world.trayPanel.buttons().at(cell).label;
+        EXPECT_EQ(std::get<DrawnImage>(label.primitives.at(1)).image,
+                  world.screenCapture.images.at(row().at(cell)));
+    }
 }
 
 TEST_F(Images, ofAnUnchangedSetOwnersAreNotResolvedAgain) {

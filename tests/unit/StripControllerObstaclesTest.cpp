@@ -60,6 +60,15 @@ TEST_F(Obstacles, beforeTheCensusEndTheTickWithoutOneAndKeepTheCaches) {
     EXPECT_EQ(captureCount(), 3 * 2U) << "on the ticks 1, 4 and 7 that reached the images";
 }
 
+TEST_F(Obstacles, withNothingHiddenNoOtherProgramIsAskedAnything) {
+    world.windowList.clear();
+    start();
+    advance(10);
+    EXPECT_EQ(censuses(), 6U);
+    EXPECT_EQ(world.accessibility.timeouts.size(), 0U);
+    EXPECT_EQ(world.screenCapture.contentCalls, 0);
+}
+
 TEST_F(Obstacles, nothingHiddenSetsTheCountOfTicksBackToZero) {
     start();
     const auto all = world.windowList.all;

@@ -216,6 +216,18 @@ TEST_F(Interrupted, switchedOffDuringACaptureItStandsDownInstead) {
     EXPECT_EQ(controller->mirroredCount(), 0);
 }
 
+TEST_F(Interrupted, whatATickCapturedIsKeptAlsoWhenItStandsDown) {
+    world.screenCapture.captureReply = CaptureReply::later(0.5);
+    start();
+    controller->setEnabled(false);
+    advance(0.5);
+    ASSERT_EQ(captureCount(), 2U);
+    controller->setEnabled(true);
+    world.loop.runUntilIdle();
+    EXPECT_TRUE(shown());
+    EXPECT_EQ(captureCount(), 2U);
+}
+
 TEST_F(Interrupted, switchedOffByAnotherProgramDuringACaptureItHidesWhatWasShown) {
     start();
     advance(2.5);
@@ -236,6 +248,7 @@ TEST_F(Interrupted, switchedOffAndOnDuringACaptureItShows) {
     controller->setEnabled(true);
     advance(0.5);
     EXPECT_TRUE(shown());
+    EXPECT_EQ(world.journal.count("allWindows"), 1U) << "by the tick that was under way";
 }
 
 TEST_F(Interrupted, aSleepAndItsWholeWakeDuringOneCaptureDoNotEndTheLoop) {

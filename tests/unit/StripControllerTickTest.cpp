@@ -209,6 +209,7 @@ TEST_F(Tick, aLongerMenuLeavesRoomForFewer) {
     start();
     EXPECT_EQ(row(), Row{right});
     EXPECT_EQ(controller->mirroredCount(), 1);
+    EXPECT_EQ(captureCount(), 1U) << "only what is shown is captured";
 }
 
 TEST_F(Tick, anItemWithoutOwnerIsUnknownAndItsClickDoesNothing) {

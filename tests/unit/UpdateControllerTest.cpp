@@ -92,6 +92,15 @@ TEST_F(UpdateControllerTest, everyChangeIsFollowedInItsOrder) {
     EXPECT_TRUE(controller->canCheckForUpdates());
 }
 
+TEST_F(UpdateControllerTest, thatItStillCannotCheckIsAnnouncedToo) {
+    int announcements = 0;
+    const auto observer = controller->observe([&] { ++announcements; });
+    controller->start();
+    loop.runUntilIdle();
+    EXPECT_EQ(announcements, 1);
+    EXPECT_FALSE(controller->canCheckForUpdates());
+}
+
 TEST_F(UpdateControllerTest, anUpdaterWithoutSettingsExistsAndCannotCheck) {
     controller->start();
     loop.runUntilIdle();
@@ -191,6 +200,14 @@ TEST_F(UpdateControllerTest, theChangeIsPostedWithTheControllerAsItsObject) {
     announce("2.0");
     EXPECT_EQ(ofController, 1);
     EXPECT_EQ(ofSomethingElse, 0);
+}
+
+TEST_F(UpdateControllerTest, theChangeIsPostedUnderTheNameThatIsPublished) {
+    int heard = 0;
+    const auto observer = notifications.addObserver("QuenmarUpdateAvailabilityChanged",
+                                                    [&](const UserInfo&) { ++heard; });
+    announce("2.0");
+    EXPECT_EQ(heard, 1);
 }
 
 TEST_F(UpdateControllerTest, anEmptyVersionIsAVersion) {
