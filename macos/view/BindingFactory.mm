@@ -1,18 +1,8 @@
 #import <macos/view/Bindings.h>
 
+#include <Orrivane/support/Overloaded.h>
+
 namespace orrivane {
-
-namespace {
-
-template <typename... Nodes>
-struct Overloaded : Nodes... {
-    using Nodes::operator()...;
-};
-// The compilers of the oldest developer tools that will do cannot deduce it by themselves.
-template <typename... Nodes>
-Overloaded(Nodes...) -> Overloaded<Nodes...>;
-
-} // namespace
 
 std::unique_ptr<Binding> makeBinding(const View& view, Axis axis) {
     return std::visit(

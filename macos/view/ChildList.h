@@ -26,7 +26,6 @@ class ChildList {
     void collectKeyViews(std::vector<NSView*>& views) const;
 
   private:
-    [[nodiscard]] std::unique_ptr<Binding> take(const View& view, std::size_t place);
     [[nodiscard]] bool isHeldByDrag(const std::vector<View>& next) const;
     void orderSubviews() const;
     [[nodiscard]] std::vector<Binding*> laidOut() const;

@@ -2,6 +2,7 @@
 
 #import <macos/view/TileView.h>
 
+#include <Orrivane/view/MatchedChildren.h>
 #include <macos/view/RowWidths.h>
 
 #include <algorithm>
@@ -24,16 +25,6 @@ ChildList::ChildList(NSView* parent, Axis axis, Alignment alignment)
     , axis_(axis)
     , alignment_(alignment) {}
 
-std::unique_ptr<Binding> ChildList::take(const View& view, std::size_t place) {
-    auto found = children_.end();
-    if (view.key != 0)
-        found = std::ranges::find_if(
-            children_, [&](const auto& child) { return child && child->accepts(view); });
-    else if (place < children_.size() && children_[place] && children_[place]->accepts(view))
-        found = children_.begin() + static_cast<std::ptrdiff_t>(place);
-    return found == children_.end() ? makeBinding(view, axis_) : std::move(*found);
-}
-
 // The system's drag session would go on with a source or a target that is gone.
 bool ChildList::isHeldByDrag(const std::vector<View>& next) const {
     if (!ORVTileView.dragIsInProgress || children_.empty())
@@ -53,11 +44,8 @@ void ChildList::update(const std::vector<View>& next, double spacing, bool enabl
                     child->update(view, enabled);
         return;
     }
-    std::vector<std::unique_ptr<Binding>> bindings;
-    bindings.reserve(next.size());
-    for (const auto& view : next)
-        bindings.push_back(take(view, bindings.size()));
-    children_ = std::move(bindings); // what is left over goes
+    children_ = matchedChildren(std::move(children_), next,
+                                [this](const View& view) { return makeBinding(view, axis_); });
     for (std::size_t i = 0; i < next.size(); ++i)
         children_[i]->update(next[i], enabled);
     orderSubviews();

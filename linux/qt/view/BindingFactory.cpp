@@ -1,19 +1,9 @@
+#include <Orrivane/support/Overloaded.h>
+
 #include <linux/qt/view/ContainerBindings.h>
 #include <linux/qt/view/ControlBindings.h>
 
 namespace orrivane {
-
-namespace {
-
-template <typename... Nodes>
-struct Overloaded : Nodes... {
-    using Nodes::operator()...;
-};
-// Clang deduces this by itself from its version 17 on.
-template <typename... Nodes>
-Overloaded(Nodes...) -> Overloaded<Nodes...>;
-
-} // namespace
 
 std::unique_ptr<Binding> makeBinding(const View& view, Axis axis) {
     return std::visit(

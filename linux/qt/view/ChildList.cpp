@@ -1,5 +1,7 @@
 #include <linux/qt/view/ChildList.h>
 
+#include <Orrivane/view/MatchedChildren.h>
+
 #include <QBoxLayout>
 
 #include <algorithm>
@@ -31,22 +33,9 @@ ChildList::ChildList(QBoxLayout& layout, Axis axis, Alignment alignment)
     , axis_(axis)
     , alignment_(alignment) {}
 
-std::unique_ptr<Binding> ChildList::take(const View& view, std::size_t place) {
-    auto found = children_.end();
-    if (view.key != 0)
-        found = std::ranges::find_if(
-            children_, [&](const auto& child) { return child && child->accepts(view); });
-    else if (place < children_.size() && children_[place] && children_[place]->accepts(view))
-        found = children_.begin() + static_cast<std::ptrdiff_t>(place);
-    return found == children_.end() ? makeBinding(view, axis_) : std::move(*found);
-}
-
 void ChildList::update(const std::vector<View>& next) {
-    std::vector<std::unique_ptr<Binding>> bindings;
-    bindings.reserve(next.size());
-    for (const auto& view : next)
-        bindings.push_back(take(view, bindings.size()));
-    children_ = std::move(bindings); // what is left over goes
+    children_ = matchedChildren(std::move(children_), next,
+                                [this](const View& view) { return makeBinding(view, axis_); });
     std::vector<QWidget*> order;
     for (std::size_t i = 0; i < next.size(); ++i) {
         children_[i]->update(next[i]);

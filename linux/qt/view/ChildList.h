@@ -21,7 +21,6 @@ class ChildList {
     void collectFocus(std::vector<QWidget*>& widgets) const;
 
   private:
-    [[nodiscard]] std::unique_ptr<Binding> take(const View& view, std::size_t place);
     void fillLayout();
 
     QBoxLayout& layout_;
