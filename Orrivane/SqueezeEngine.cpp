@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
+#include <string>
 
 namespace orrivane {
 
@@ -55,7 +56,7 @@ bool SqueezeEngine::reset(GlobalPreferences& preferences) {
 }
 
 void SqueezeEngine::restartControlCenter(ProcessLauncher& launcher) {
-    launcher.launch("/usr/bin/killall", {"ControlCenter"});
+    launcher.launch(std::string(restartProgram), {std::string(menuBarProcess)});
 }
 
 std::int64_t SqueezeEngine::padding(std::int64_t spacing) {

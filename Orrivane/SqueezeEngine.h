@@ -44,6 +44,10 @@ struct SqueezeEngine {
     /// What the system is taken to use while nothing is stored.
     static constexpr std::int64_t systemSpacing = 16;
 
+    /// What `restartControlCenter` launches, with the name of the bar's process as its argument.
+    static constexpr std::string_view restartProgram = "/usr/bin/killall";
+    static constexpr std::string_view menuBarProcess = "ControlCenter";
+
   private:
     static constexpr std::string_view spacingKey = "NSStatusItemSpacing";
     static constexpr std::string_view paddingKey = "NSStatusItemSelectionPadding";

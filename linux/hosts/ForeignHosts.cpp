@@ -99,8 +99,8 @@ void ForeignHosts::act(const MenuBarPreferences& preferences, const Present& hos
     const XfcePanelHost xfce{HostRecord(recordFile("xfce4-panel"))};
     const auto reduction = wantedReduction(preferences, scale);
     const auto kind = host.choice.kind;
-    bool tint2Done = true;
-    bool xfceDone = true;
+    auto tint2Done = Outcome::success();
+    auto xfceDone = Outcome::success();
     if (!reduction) {
         tint2Done = tint2.reset();
         xfceDone = xfce.reset();
@@ -109,17 +109,17 @@ void ForeignHosts::act(const MenuBarPreferences& preferences, const Present& hos
     } else if (kind == TrayHostKind::xfcePanel) {
         xfceDone = xfce.apply(host.choice.plugin, *reduction, measures);
     }
-    if (kind == TrayHostKind::tint2)
-        tint2Done = Tint2Host::reload(*host.process) && tint2Done;
-    if (!tint2Done)
-        logFailure("tint2");
-    if (!xfceDone)
-        logFailure("xfce4-panel");
+    if (kind == TrayHostKind::tint2 && !Tint2Host::reload(*host.process) && tint2Done)
+        tint2Done = Outcome::failure("it could not be told to read its settings again");
+    logFailure("tint2", tint2Done);
+    logFailure("xfce4-panel", xfceDone);
 }
 
-void ForeignHosts::logFailure(const std::string& host) {
-    parts_.loop.post([&log = parts_.log, host] {
-        log.write("Orrivane: the spacing of " + host + "'s tray could not be changed");
+void ForeignHosts::logFailure(const std::string& host, const Outcome& outcome) {
+    if (outcome)
+        return;
+    parts_.loop.post([&log = parts_.log, host, why = outcome.text()] {
+        log.write("Orrivane: the spacing of " + host + "'s tray could not be changed: " + why);
     });
 }
 

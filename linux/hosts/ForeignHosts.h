@@ -6,6 +6,7 @@
 #include <linux/hosts/BackgroundQueue.h>
 #include <linux/hosts/TrayHostKind.h>
 #include <linux/hosts/XfceTray.h>
+#include <linux/support/Outcome.h>
 
 #include <functional>
 #include <optional>
@@ -61,7 +62,7 @@ class ForeignHosts {
     [[nodiscard]] XfceTray::Measures measures();
     void act(const MenuBarPreferences& preferences, const Present& host, double scale,
              const XfceTray::Measures& measures);
-    void logFailure(const std::string& host);
+    void logFailure(const std::string& host, const Outcome& outcome);
     [[nodiscard]] std::string recordFile(const std::string& host) const;
 
     Parts parts_;

@@ -1,8 +1,8 @@
 #include <linux/hosts/HostProcess.h>
 
+#include <linux/support/SmallFile.h>
+
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -10,9 +10,9 @@ namespace orrivane {
 
 namespace {
 
+// A process that ends while it is read has nothing to say.
 std::string contentsOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    return readSmallFile(path).value_or(std::string());
 }
 
 std::vector<std::string> wordsOf(std::string_view text) {
@@ -32,9 +32,13 @@ std::string nameIn(const std::string& folder) {
     return name;
 }
 
-bool handles(std::int32_t id, int number) {
+std::string folderIn(const std::string& proc, std::int32_t id) {
+    return proc + "/" + std::to_string(id);
+}
+
+bool handles(const std::string& folder, int number) {
     constexpr std::string_view label = "\nSigCgt:";
-    const auto status = contentsOf("/proc/" + std::to_string(id) + "/status");
+    const auto status = contentsOf(folder + "/status");
     const auto found = status.find(label);
     if (found == std::string::npos)
         return false;
@@ -47,7 +51,7 @@ bool handles(std::int32_t id, int number) {
 std::optional<HostProcess> HostProcess::read(std::int32_t id, const std::string& proc) {
     if (id < 1)
         return std::nullopt;
-    const auto folder = proc + "/" + std::to_string(id);
+    const auto folder = folderIn(proc, id);
     HostProcess process{id,
                         nameIn(folder),
                         wordsOf(contentsOf(folder + "/cmdline")),
@@ -75,13 +79,13 @@ std::string HostProcess::absolute(const std::string& path) const {
     return path.starts_with('/') || folder.empty() ? path : folder + "/" + path;
 }
 
-bool HostProcess::signal(int number) const {
+bool HostProcess::signal(int number, const std::string& proc) const {
     // The descriptor stays with the process: a new one of the same number is not hit by mistake.
     const auto process = static_cast<int>(syscall(SYS_pidfd_open, id, 0));
     if (process < 0)
         return false;
-    const auto now = read(id);
-    const bool sent = now && now->name == name && handles(id, number) &&
+    const auto now = read(id, proc);
+    const bool sent = now && now->name == name && handles(folderIn(proc, id), number) &&
                       syscall(SYS_pidfd_send_signal, process, number, nullptr, 0) == 0;
     close(process);
     return sent;

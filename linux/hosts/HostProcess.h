@@ -16,7 +16,7 @@ struct HostProcess {
     std::string folder;                   ///< the one relative names start from
     std::vector<std::string> environment; ///< NAME=value, as it was when the process began
 
-    /// Absent when it is gone or another user's.
+    /// Absent when it is gone, or goes meanwhile, or is another user's.
     static std::optional<HostProcess> read(std::int32_t id, const std::string& proc = "/proc");
 
     /// Absent when it is not set or empty.
@@ -26,7 +26,7 @@ struct HostProcess {
 
     /// Sends `number` if the process is still this program and has a handler for the signal: most
     /// signals end a process that has none. False when nothing was sent.
-    [[nodiscard]] bool signal(int number) const;
+    [[nodiscard]] bool signal(int number, const std::string& proc = "/proc") const;
 
     friend bool operator==(const HostProcess&, const HostProcess&) = default;
 };

@@ -1,12 +1,13 @@
 #include <linux/hosts/HostRecord.h>
 
 #include <linux/support/AtomicFile.h>
+#include <linux/support/SmallFile.h>
+#include <linux/support/Text.h>
 
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
+#include <cstring>
 #include <unistd.h>
 
 namespace orrivane {
@@ -46,11 +47,8 @@ std::optional<std::string> unescaped(std::string_view text) {
     return result;
 }
 
-std::string_view takeLine(std::string_view& text) {
-    const auto end = text.find('\n');
-    const auto line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line;
+Outcome homeless() {
+    return Outcome::failure("there is no home folder to keep the tray's own settings in");
 }
 
 } // namespace
@@ -79,6 +77,13 @@ std::optional<HostRecord::Fields> HostRecord::parse(std::string_view text) {
     return std::nullopt;
 }
 
+Outcome HostRecord::heldBy(const FileLock& lock) const {
+    if (path_.empty())
+        return homeless();
+    return lock.isHeld() ? Outcome::success()
+                         : Outcome::failure("another program is at work on " + path_);
+}
+
 bool HostRecord::exists() const {
     return access(path_.c_str(), F_OK) == 0;
 }
@@ -88,44 +93,30 @@ std::optional<HostRecord::Fields> HostRecord::read() const {
     return contents ? parse(*contents) : std::nullopt;
 }
 
-bool HostRecord::write(const Fields& fields) const {
+Outcome HostRecord::write(const Fields& fields) const {
     if (path_.empty())
-        return false;
-    if (const auto before = readSmallFile(path_);
-        before && !parse(*before) && std::rename(path_.c_str(), (path_ + ".damaged").c_str()) != 0)
-        return false;
-    return !replaceFile(path_, text(fields));
+        return homeless();
+    if (exists() && !read() && std::rename(path_.c_str(), (path_ + ".damaged").c_str()) != 0)
+        return failure("put aside", std::strerror(errno));
+    const auto written = replaceFile(path_, text(fields));
+    return written ? Outcome::success() : failure("written", written.text());
 }
 
-void HostRecord::restore(const std::optional<Fields>& before) const {
+Outcome HostRecord::restore(const std::optional<Fields>& before) const {
     if (before)
-        static_cast<void>(write(*before));
-    else if (!path_.empty())
-        unlink(path_.c_str());
+        return write(*before);
+    if (path_.empty() || unlink(path_.c_str()) == 0 || errno == ENOENT)
+        return Outcome::success();
+    return failure("removed", std::strerror(errno));
 }
 
-std::optional<std::string> readSmallFile(const std::string& path) {
-    constexpr off_t largest = 1 << 20;
-    // A pipe must not hold up whoever looks.
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return std::nullopt;
-    struct stat status = {};
-    std::optional<std::string> contents;
-    if (fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= largest) {
-        contents.emplace(static_cast<std::size_t>(status.st_size), '\0');
-        std::size_t length = 0;
-        ssize_t count = 0;
-        while (length < contents->size() &&
-               ((count = ::read(file, contents->data() + length, contents->size() - length)) > 0 ||
-                (count < 0 && errno == EINTR)))
-            length += count > 0 ? static_cast<std::size_t>(count) : 0;
-        // Cut short while it was read: what is missing must not be written back.
-        if (length < contents->size())
-            contents.reset();
-    }
-    close(file);
-    return contents;
+Outcome HostRecord::failure(const char* what, const std::string& why) const {
+    return Outcome::failure("the record " + path_ + " cannot be " + what + " (" + why + ")");
+}
+
+std::string HostRecord::field(const Fields& fields, std::string_view name) {
+    const auto found = fields.find(name);
+    return found == fields.end() ? std::string() : found->second;
 }
 
 } // namespace orrivane

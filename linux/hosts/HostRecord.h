@@ -1,11 +1,15 @@
 #pragma once
 
+#include <linux/support/Outcome.h>
+
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace orrivane {
+
+class FileLock;
 
 /// What a tray's own settings were before the program changed them: a small file, written whole or
 /// not at all, that outlives the program so that the user always gets the own settings back.
@@ -19,26 +23,27 @@ class HostRecord {
         : path_(std::move(path)) {}
 
     [[nodiscard]] const std::string& path() const { return path_; }
-    /// Whether anything can be kept at all.
-    [[nodiscard]] bool isKept() const { return !path_.empty(); }
+    /// Whether it is this program's to change now; a failure says why not.
+    [[nodiscard]] Outcome heldBy(const FileLock& lock) const;
     /// Also when it is damaged.
     [[nodiscard]] bool exists() const;
     /// Absent when there is none, or none that is whole.
     [[nodiscard]] std::optional<Fields> read() const;
-    /// False when it could not be written. A damaged one is put aside, as `path`.damaged: it may
-    /// be all that is left of the user's settings.
-    [[nodiscard]] bool write(const Fields& fields) const;
+    /// One that is damaged, or cannot be read, is put aside as `path`.damaged: it may be all that
+    /// is left of the user's settings.
+    [[nodiscard]] Outcome write(const Fields& fields) const;
     /// Back to what `read` gave earlier.
-    void restore(const std::optional<Fields>& before) const;
+    [[nodiscard]] Outcome restore(const std::optional<Fields>& before) const;
 
     static std::string text(const Fields& fields);
     static std::optional<Fields> parse(std::string_view text);
+    /// Empty where there is no such field.
+    static std::string field(const Fields& fields, std::string_view name);
 
   private:
+    [[nodiscard]] Outcome failure(const char* what, const std::string& why) const;
+
     std::string path_;
 };
-
-/// The contents of a regular file of at most a megabyte; absent for anything else.
-std::optional<std::string> readSmallFile(const std::string& path);
 
 } // namespace orrivane

@@ -15,12 +15,7 @@ class RestartLauncher : public ProcessLauncher {
         : launcher_(launcher)
         , restarted_(std::move(restarted)) {}
 
-    bool launch(const std::string& path, const std::vector<std::string>& arguments) override {
-        const bool launched = launcher_.launch(path, arguments);
-        if (path.ends_with("/killall") && arguments == std::vector<std::string>{"ControlCenter"})
-            restarted_();
-        return launched;
-    }
+    bool launch(const std::string& path, const std::vector<std::string>& arguments) override;
 
   private:
     ProcessLauncher& launcher_;

@@ -1,5 +1,7 @@
 #include <linux/hosts/Tint2Config.h>
 
+#include <linux/support/Text.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -10,21 +12,15 @@ namespace {
 
 constexpr std::string_view key = "systray_padding";
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\f\v";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+std::string_view withoutBlanks(std::string_view text) {
+    return trimmed(text, " \t\r\f\v");
 }
 
 template <typename Accepts>
 std::optional<std::string_view> lastLine(std::string_view text, const Accepts& accepts) {
     std::optional<std::string_view> found;
     while (!text.empty()) {
-        const auto end = text.find('\n');
-        auto line = text.substr(0, end);
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+        auto line = takeLine(text);
         if (line.ends_with('\r'))
             line.remove_suffix(1);
         if (accepts(line))
@@ -36,16 +32,16 @@ std::optional<std::string_view> lastLine(std::string_view text, const Accepts& a
 bool setsPadding(std::string_view line) {
     const auto sign = line.find('=');
     return !line.starts_with('#') && sign != std::string_view::npos &&
-           trimmed(line.substr(0, sign)) == key;
+           withoutBlanks(line.substr(0, sign)) == key;
 }
 
 // tint2 cuts at single blanks, so two of them in a row leave an empty word.
 std::array<std::string_view, 3> wordsOf(std::string_view line) {
-    auto value = trimmed(line.substr(line.find('=') + 1));
+    auto value = withoutBlanks(line.substr(line.find('=') + 1));
     std::array<std::string_view, 3> words;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const auto end = i + 1 < words.size() ? value.find(' ') : std::string_view::npos;
-        words[i] = trimmed(value.substr(0, end));
+        words[i] = withoutBlanks(value.substr(0, end));
         value.remove_prefix(end == std::string_view::npos ? value.size() : end + 1);
     }
     return words;
@@ -55,7 +51,8 @@ std::size_t offset(std::string_view text, std::string_view line) {
     return static_cast<std::size_t>(line.data() - text.data());
 }
 
-int numberIn(std::string_view word) {
+// As tint2 reads it, with whatever follows the digits.
+int pixelsIn(std::string_view word) {
     constexpr long most = 10'000; // pixels; more than any panel has room for
     return static_cast<int>(
         std::clamp(std::strtol(std::string(word).c_str(), nullptr, 10), -most, most));
@@ -69,7 +66,7 @@ std::optional<std::string_view> Tint2Config::paddingLine(std::string_view text) 
 
 int Tint2Config::gap(std::string_view paddingLine) {
     const auto words = wordsOf(paddingLine);
-    return numberIn(words[2].empty() ? words[0] : words[2]);
+    return pixelsIn(words[2].empty() ? words[0] : words[2]);
 }
 
 std::string Tint2Config::withGap(std::string_view paddingLine, int gap) {
@@ -77,8 +74,8 @@ std::string Tint2Config::withGap(std::string_view paddingLine, int gap) {
     auto value = paddingLine.find('=') + 1;
     while (value < paddingLine.size() && (paddingLine[value] == ' ' || paddingLine[value] == '\t'))
         ++value;
-    return std::string(paddingLine.substr(0, value)) + std::to_string(numberIn(words[0])) + " " +
-           std::to_string(numberIn(words[1])) + " " + std::to_string(gap);
+    return std::string(paddingLine.substr(0, value)) + std::to_string(pixelsIn(words[0])) + " " +
+           std::to_string(pixelsIn(words[1])) + " " + std::to_string(gap);
 }
 
 std::string Tint2Config::replaced(std::string_view text, std::string_view line,

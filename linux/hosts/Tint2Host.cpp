@@ -2,6 +2,7 @@
 
 #include <linux/hosts/Tint2Config.h>
 #include <linux/support/AtomicFile.h>
+#include <linux/support/SmallFile.h>
 
 #include <algorithm>
 #include <csignal>
@@ -19,21 +20,24 @@ constexpr std::string_view separatorField = "separator";
 
 constexpr std::string_view newLine = "systray_padding = 0 0 0";
 
-std::string fieldOf(const HostRecord::Fields& fields, std::string_view name) {
-    const auto found = fields.find(name);
-    return found == fields.end() ? std::string() : found->second;
+Outcome unreadable(const std::string& file) {
+    return Outcome::failure(file + " cannot be read");
+}
+
+Outcome unwritten(const std::string& file, const Outcome& outcome) {
+    return Outcome::failure(file + " cannot be written (" + outcome.text() + ")");
 }
 
 // `text` as it was before `fields` were made; absent where the user has written another line since.
 std::optional<std::string> undone(std::string_view text, const HostRecord::Fields& fields) {
-    const auto written = Tint2Config::find(text, fieldOf(fields, setField));
+    const auto written = Tint2Config::find(text, HostRecord::field(fields, setField));
     // Only while it counts: below a line of the user's it would be that line which is undone.
     if (!written || Tint2Config::paddingLine(text)->data() != written->data())
         return std::nullopt;
     const auto own = fields.find(ownField);
     return own != fields.end()
                ? Tint2Config::replaced(text, *written, own->second)
-               : Tint2Config::removed(text, *written, fieldOf(fields, separatorField));
+               : Tint2Config::removed(text, *written, HostRecord::field(fields, separatorField));
 }
 
 } // namespace
@@ -58,7 +62,7 @@ std::string Tint2Host::limitation(const std::string& configFile) const {
         return "The configuration file of tint2 cannot be changed; the spacing is stored all the "
                "same.";
     const auto record = record_.read();
-    const auto isOurs = record && fieldOf(*record, fileField) == configFile;
+    const auto isOurs = record && HostRecord::field(*record, fileField) == configFile;
     const auto before = isOurs ? undone(*contents, *record) : std::nullopt;
     const auto line = Tint2Config::paddingLine(before ? *before : *contents);
     if (!line || Tint2Config::gap(*line) <= 0)
@@ -66,20 +70,19 @@ std::string Tint2Host::limitation(const std::string& configFile) const {
     return {};
 }
 
-bool Tint2Host::apply(const std::string& configFile, int reduction) const {
-    if (!record_.isKept())
-        return false;
+Outcome Tint2Host::apply(const std::string& configFile, int reduction) const {
     const FileLock lock(record_.path());
-    if (!lock.isHeld())
-        return false;
+    if (auto mine = record_.heldBy(lock); !mine)
+        return mine;
     const auto record = record_.read();
     // Another file was in use then: it is given back before this one is taken.
-    if (record && fieldOf(*record, fileField) != configFile && !giveBack(*record))
-        return false;
+    if (record && HostRecord::field(*record, fileField) != configFile)
+        if (auto given = giveBack(*record); !given)
+            return given;
     const auto contents = readSmallFile(configFile);
     if (!contents)
-        return false;
-    const auto isOurs = record && fieldOf(*record, fileField) == configFile;
+        return unreadable(configFile);
+    const auto isOurs = record && HostRecord::field(*record, fileField) == configFile;
     const auto before = isOurs ? undone(*contents, *record) : std::nullopt;
     const std::string own = before ? *before : *contents;
 
@@ -99,36 +102,40 @@ bool Tint2Host::apply(const std::string& configFile, int reduction) const {
         after =
             line ? Tint2Config::replaced(own, *line, written) : Tint2Config::appended(own, written);
         // Before the file: what is changed must never be unknown.
-        if (!record_.write(fields))
-            return false;
+        if (auto recorded = record_.write(fields); !recorded)
+            return recorded;
     }
-    if (after != *contents && replaceFile(configFile, after)) {
-        record_.restore(record);
-        return false;
-    }
-    if (wanted == gap)
-        record_.restore(std::nullopt);
-    return true;
+    if (after != *contents)
+        if (const auto replaced = replaceFile(configFile, after); !replaced)
+            return withRecordBack(unwritten(configFile, replaced), record);
+    return wanted == gap ? record_.restore(std::nullopt) : Outcome::success();
 }
 
-bool Tint2Host::reset() const {
+Outcome Tint2Host::withRecordBack(const Outcome& problem,
+                                  const std::optional<HostRecord::Fields>& record) const {
+    const auto restored = record_.restore(record);
+    return Outcome::failure(problem.text() + (restored ? "" : "; " + restored.text()));
+}
+
+Outcome Tint2Host::reset() const {
     if (!record_.exists())
-        return true;
+        return Outcome::success();
     const FileLock lock(record_.path());
-    const auto record = lock.isHeld() ? record_.read() : std::nullopt;
-    return record && giveBack(*record);
+    if (auto mine = record_.heldBy(lock); !mine)
+        return mine;
+    const auto record = record_.read();
+    return record ? giveBack(*record) : unreadable(record_.path());
 }
 
-bool Tint2Host::giveBack(const HostRecord::Fields& fields) const {
-    const auto file = fieldOf(fields, fileField);
+Outcome Tint2Host::giveBack(const HostRecord::Fields& fields) const {
+    const auto file = HostRecord::field(fields, fileField);
     const auto contents = readSmallFile(file);
     if (!contents && access(file.c_str(), F_OK) == 0)
-        return false;
-    const auto before = contents ? undone(*contents, fields) : std::nullopt;
-    if (before && replaceFile(file, *before))
-        return false;
-    record_.restore(std::nullopt);
-    return true;
+        return unreadable(file);
+    if (const auto before = contents ? undone(*contents, fields) : std::nullopt)
+        if (const auto replaced = replaceFile(file, *before); !replaced)
+            return unwritten(file, replaced);
+    return record_.restore(std::nullopt);
 }
 
 bool Tint2Host::reload(const HostProcess& process) {

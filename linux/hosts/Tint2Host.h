@@ -22,12 +22,12 @@ class Tint2Host {
     /// One sentence where the file gives no way to a tighter tray; empty where it does.
     [[nodiscard]] std::string limitation(const std::string& configFile) const;
 
-    /// Makes the gap `reduction` pixels smaller than the user's, but not smaller than none. False
-    /// when it could not be written; the user's settings are then as they were.
-    [[nodiscard]] bool apply(const std::string& configFile, int reduction) const;
-    /// Gives the user's line back, in the file it was taken from. False when it could not be
-    /// written; the record then stays for another time.
-    [[nodiscard]] bool reset() const;
+    /// Makes the gap `reduction` pixels smaller than the user's, but not smaller than none. After
+    /// a failure the user's settings are as they were.
+    [[nodiscard]] Outcome apply(const std::string& configFile, int reduction) const;
+    /// Gives the user's line back, in the file it was taken from. After a failure the record
+    /// stays for another time.
+    [[nodiscard]] Outcome reset() const;
 
     /// Makes the panel read its file again. False when it was not told.
     static bool reload(const HostProcess& process);
@@ -35,7 +35,10 @@ class Tint2Host {
     static constexpr int widestGap = 1000; ///< pixels
 
   private:
-    [[nodiscard]] bool giveBack(const HostRecord::Fields& fields) const;
+    [[nodiscard]] Outcome giveBack(const HostRecord::Fields& fields) const;
+    /// `problem`, after the record was put back, and what went wrong with that.
+    [[nodiscard]] Outcome withRecordBack(const Outcome& problem,
+                                         const std::optional<HostRecord::Fields>& record) const;
 
     HostRecord record_;
 };

@@ -1,6 +1,8 @@
 #include <linux/hosts/TrayHostKind.h>
 
-#include <charconv>
+#include <linux/support/Text.h>
+
+#include <algorithm>
 #include <string_view>
 
 namespace orrivane {
@@ -11,12 +13,6 @@ std::string_view fileName(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-int numberIn(std::string_view text) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number > 0 ? number : 0;
-}
-
 // The panel runs each of its plugins in a process: wrapper-2.0, the plugin's library, its number.
 // The process calls itself after the plugin, cut short, so its name says less.
 int xfceTrayPlugin(const HostProcess& process) {
@@ -24,7 +20,7 @@ int xfceTrayPlugin(const HostProcess& process) {
         fileName(process.arguments[1]) != "libsystray.so" ||
         process.arguments[1].find("/xfce4/panel/") == std::string::npos)
         return 0;
-    return numberIn(process.arguments[2]);
+    return std::max(numberIn<int>(process.arguments[2]).value_or(0), 0);
 }
 
 } // namespace

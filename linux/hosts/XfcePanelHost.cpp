@@ -2,6 +2,7 @@
 
 #include <linux/hosts/BoundedProgram.h>
 #include <linux/support/AtomicFile.h>
+#include <linux/support/Text.h>
 
 #include <charconv>
 #include <chrono>
@@ -41,22 +42,13 @@ std::vector<Setting> settingsIn(const XfceTraySettings& values) {
 
 void take(XfceTraySettings& settings, std::string_view name, std::string_view value) {
     if (name == "icon-size") {
-        int number = 0;
-        const auto* end = value.data() + value.size();
-        if (std::from_chars(value.data(), end, number).ptr == end)
+        if (const auto number = numberIn<int>(value))
             settings.iconSize = number;
     } else if (name == "square-icons") {
         settings.squareIcons = value == "true";
     } else if (name == "single-row") {
         settings.singleRow = value == "true";
     }
-}
-
-std::string_view takeLine(std::string_view& text) {
-    const auto end = text.find('\n');
-    const auto line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return line;
 }
 
 std::string prefixed(std::string_view prefix, std::string_view name) {
@@ -75,29 +67,30 @@ HostRecord::Fields recordOf(int plugin, const XfceTraySettings& own, const XfceT
     return fields;
 }
 
-int numberIn(const HostRecord::Fields& fields, std::string_view name) {
-    int number = 0;
-    if (const auto found = fields.find(name); found != fields.end())
-        std::from_chars(found->second.data(), found->second.data() + found->second.size(), number);
-    return number;
+int fieldNumber(const HostRecord::Fields& fields, std::string_view name) {
+    return numberIn<int>(HostRecord::field(fields, name)).value_or(0);
 }
 
 int pluginIn(const HostRecord::Fields& fields) {
-    return numberIn(fields, pluginField);
+    return fieldNumber(fields, pluginField);
 }
 
-std::optional<std::string> fieldOf(const HostRecord::Fields& fields, std::string_view prefix,
-                                   std::string_view name) {
-    const auto found = fields.find(prefixed(prefix, name));
-    return found == fields.end() ? std::nullopt : std::optional(found->second);
+std::optional<std::string> settingOf(const HostRecord::Fields& fields, std::string_view prefix,
+                                     std::string_view name) {
+    const auto field = HostRecord::field(fields, prefixed(prefix, name));
+    return field.empty() ? std::nullopt : std::optional(field);
+}
+
+Outcome unreadable(int plugin) {
+    return Outcome::failure("the settings of " + pathOf(plugin) + " cannot be read");
 }
 
 // The user's settings: those of the record, except what has been changed since it was written.
 XfceTraySettings ownOf(const XfceTraySettings& now, const HostRecord::Fields& fields) {
     XfceTraySettings own;
     for (const auto& setting : settingsIn(now)) {
-        const bool isOurs = setting.value == fieldOf(fields, "set", setting.name);
-        const auto value = isOurs ? fieldOf(fields, "own", setting.name) : setting.value;
+        const bool isOurs = setting.value == settingOf(fields, "set", setting.name);
+        const auto value = isOurs ? settingOf(fields, "own", setting.name) : setting.value;
         if (value)
             take(own, setting.name, *value);
     }
@@ -165,11 +158,11 @@ std::optional<XfceTraySettings> XfcePanelHost::settings(int plugin) const {
     return listing ? parseSettings(*listing, plugin) : std::nullopt;
 }
 
-bool XfcePanelHost::write(int plugin, const XfceTraySettings& from,
-                          const XfceTraySettings& to) const {
+Outcome XfcePanelHost::write(int plugin, const XfceTraySettings& from,
+                             const XfceTraySettings& to) const {
     const auto before = settingsIn(from);
     const auto after = settingsIn(to);
-    bool written = true;
+    auto written = Outcome::success();
     for (std::size_t i = 0; i < after.size(); ++i) {
         const auto& setting = after[i];
         if (setting.value == before[i].value)
@@ -180,27 +173,26 @@ bool XfcePanelHost::write(int plugin, const XfceTraySettings& from,
                          {"-n", "-t", std::string(setting.type), "--set=" + *setting.value});
         else
             words.emplace_back("-r");
-        written = query_(words) && written;
+        if (!query_(words) && written)
+            written = Outcome::failure(pathOf(plugin, setting.name) + " cannot be set");
     }
     return written;
 }
 
-bool XfcePanelHost::apply(int plugin, int reduction, const XfceTray::Measures& measures) const {
-    if (!record_.isKept())
-        return false;
+Outcome XfcePanelHost::apply(int plugin, int reduction, const XfceTray::Measures& measures) const {
     const FileLock lock(record_.path());
-    if (!lock.isHeld())
-        return false;
+    if (auto mine = record_.heldBy(lock); !mine)
+        return mine;
     const auto now = settings(plugin);
     if (!now)
-        return false;
+        return unreadable(plugin);
     auto own = *now;
     auto seen = measures;
     const auto record = record_.read();
     if (record && pluginIn(*record) == plugin) {
         own = ownOf(*now, *record);
         // What shows now is already ours.
-        seen.iconWidth = numberIn(*record, widthField);
+        seen.iconWidth = fieldNumber(*record, widthField);
     } else if (record) {
         // Nobody can wait for a plugin that is gone for good.
         static_cast<void>(giveBack(*record));
@@ -209,30 +201,32 @@ bool XfcePanelHost::apply(int plugin, int reduction, const XfceTray::Measures& m
     auto fields = recordOf(plugin, own, wanted);
     fields.emplace(widthField, std::to_string(seen.iconWidth));
     // Before the settings: what is changed must never be unknown.
-    if (wanted != own && !record_.write(fields))
-        return false;
-    if (!write(plugin, *now, wanted))
-        return false;
-    if (wanted == own)
-        record_.restore(std::nullopt);
-    return true;
+    if (wanted != own)
+        if (auto recorded = record_.write(fields); !recorded)
+            return recorded;
+    if (auto written = write(plugin, *now, wanted); !written)
+        return written;
+    return wanted == own ? record_.restore(std::nullopt) : Outcome::success();
 }
 
-bool XfcePanelHost::reset() const {
+Outcome XfcePanelHost::reset() const {
     if (!record_.exists())
-        return true;
+        return Outcome::success();
     const FileLock lock(record_.path());
-    const auto record = lock.isHeld() ? record_.read() : std::nullopt;
-    return record && giveBack(*record);
+    if (auto mine = record_.heldBy(lock); !mine)
+        return mine;
+    const auto record = record_.read();
+    return record ? giveBack(*record) : Outcome::failure(record_.path() + " cannot be read");
 }
 
-bool XfcePanelHost::giveBack(const HostRecord::Fields& fields) const {
+Outcome XfcePanelHost::giveBack(const HostRecord::Fields& fields) const {
     const int plugin = pluginIn(fields);
     const auto now = settings(plugin);
-    if (!now || !write(plugin, *now, ownOf(*now, fields)))
-        return false;
-    record_.restore(std::nullopt);
-    return true;
+    if (!now)
+        return unreadable(plugin);
+    if (auto written = write(plugin, *now, ownOf(*now, fields)); !written)
+        return written;
+    return record_.restore(std::nullopt);
 }
 
 bool XfcePanelHost::reorder(int plugin, const std::vector<XfceTray::Icon>& icons, std::size_t moved,

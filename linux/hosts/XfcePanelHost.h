@@ -28,10 +28,10 @@ class XfcePanelHost {
     static std::string limitation();
 
     /// Makes the icons of the plugin take `reduction` pixels less room than the user's settings.
-    /// False when that could not be written.
-    [[nodiscard]] bool apply(int plugin, int reduction, const XfceTray::Measures& measures) const;
-    /// Gives the user's settings back. False when they could not be written; the record then stays.
-    [[nodiscard]] bool reset() const;
+    [[nodiscard]] Outcome apply(int plugin, int reduction,
+                                const XfceTray::Measures& measures) const;
+    /// Gives the user's settings back. After a failure the record stays.
+    [[nodiscard]] Outcome reset() const;
 
     /// Puts the icon `moved` of `icons` where `toX` is. False when nothing was changed.
     [[nodiscard]] bool reorder(int plugin, const std::vector<XfceTray::Icon>& icons,
@@ -45,9 +45,9 @@ class XfcePanelHost {
 
   private:
     [[nodiscard]] std::optional<XfceTraySettings> settings(int plugin) const;
-    [[nodiscard]] bool write(int plugin, const XfceTraySettings& from,
-                             const XfceTraySettings& to) const;
-    [[nodiscard]] bool giveBack(const HostRecord::Fields& fields) const;
+    [[nodiscard]] Outcome write(int plugin, const XfceTraySettings& from,
+                                const XfceTraySettings& to) const;
+    [[nodiscard]] Outcome giveBack(const HostRecord::Fields& fields) const;
 
     HostRecord record_;
     Query query_;

@@ -1,7 +1,8 @@
 #include <linux/qt/AccessibilityBus.h>
 
+#include <linux/qt/SessionBus.h>
+
 #include <QDBusPendingCall>
-#include <QFile>
 
 #include <algorithm>
 
@@ -20,12 +21,6 @@ bool saysThatNobodyIsThere(const QDBusMessage& reply) {
 // A bus call with no time left still needs a positive time-out.
 int remaining(const QDeadlineTimer& deadline) {
     return static_cast<int>(std::clamp<qint64>(deadline.remainingTime(), 1, 10'000));
-}
-
-// Without this the bus library would start a session bus of its own.
-bool hasSessionBus() {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
 QString uniqueName() {

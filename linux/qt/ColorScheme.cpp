@@ -1,10 +1,10 @@
 #include <linux/qt/ColorScheme.h>
 
 #include <linux/qt/RoleColors.h>
+#include <linux/qt/SessionBus.h>
 
 #include <QApplication>
 #include <QDBusMessage>
-#include <QFile>
 
 namespace orrivane {
 
@@ -47,10 +47,7 @@ ColorScheme::ColorScheme(const QDBusConnection& bus, std::chrono::milliseconds b
 }
 
 QDBusConnection ColorScheme::sessionBus() {
-    if (!qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-        QFile::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus")))
-        return QDBusConnection::sessionBus();
-    return QDBusConnection(QString());
+    return hasSessionBus() ? QDBusConnection::sessionBus() : QDBusConnection(QString());
 }
 
 // The portal is usually started by whoever asks first, which can take longer than the bound; its

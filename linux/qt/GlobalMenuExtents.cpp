@@ -1,5 +1,7 @@
 #include <linux/qt/GlobalMenuExtents.h>
 
+#include <linux/support/MonotonicClock.h>
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 
@@ -33,11 +35,6 @@ constexpr unsigned stateShowing = 25;
 bool isContent(uint role) {
     constexpr std::array content{roleList, roleTable, roleText, roleTree, roleTreeTable};
     return std::ranges::find(content, role) != content.end();
-}
-
-double monotonicNow() {
-    using Seconds = std::chrono::duration<double>;
-    return Seconds(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 bool answers(const QDBusMessage& reply, const char* signature) {

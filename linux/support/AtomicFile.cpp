@@ -16,8 +16,8 @@ namespace orrivane {
 
 namespace {
 
-std::string lastError() {
-    return std::strerror(errno);
+Outcome lastError() {
+    return Outcome::failure(std::strerror(errno));
 }
 
 bool writeAll(int file, std::string_view contents) {
@@ -47,13 +47,15 @@ std::string target(const std::string& path) {
 
 } // namespace
 
-std::optional<std::string> replaceFile(const std::string& path, std::string_view contents) {
+Outcome replaceFile(const std::string& path, std::string_view contents) {
+    if (path.empty())
+        return Outcome::failure("it has no name");
     const auto file = target(path);
     const auto folder = std::filesystem::path(file).parent_path().string();
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error)
-        return error.message();
+        return Outcome::failure(error.message());
     auto name = file + ".XXXXXX";
     std::vector<char> temporary(name.c_str(), name.c_str() + name.size() + 1);
     const int descriptor = mkostemp(temporary.data(), O_CLOEXEC);
@@ -61,26 +63,26 @@ std::optional<std::string> replaceFile(const std::string& path, std::string_view
         return lastError();
     const bool written = writeAll(descriptor, contents) && fchmod(descriptor, modeOf(file)) == 0 &&
                          fsync(descriptor) == 0;
-    std::optional<std::string> problem;
-    if (!written)
-        problem = lastError();
-    if (close(descriptor) != 0 && !problem)
-        problem = lastError();
-    if (!problem && rename(temporary.data(), file.c_str()) != 0)
-        problem = lastError();
-    if (problem) {
+    auto outcome = written ? Outcome::success() : lastError();
+    if (close(descriptor) != 0 && outcome)
+        outcome = lastError();
+    if (outcome && rename(temporary.data(), file.c_str()) != 0)
+        outcome = lastError();
+    if (!outcome) {
         unlink(temporary.data());
-        return problem;
+        return outcome;
     }
     // The name reaches the disk, too.
     if (const int parent = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); parent >= 0) {
         fsync(parent);
         close(parent);
     }
-    return std::nullopt;
+    return outcome;
 }
 
 FileLock::FileLock(const std::string& path) {
+    if (path.empty())
+        return;
     std::error_code error;
     std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
     file_ = open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);

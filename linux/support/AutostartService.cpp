@@ -1,11 +1,12 @@
 #include <linux/support/AutostartService.h>
 
 #include <linux/support/AtomicFile.h>
+#include <linux/support/SmallFile.h>
+#include <linux/support/Text.h>
+#include <linux/support/UserFolders.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <string_view>
 #include <unistd.h>
 #include <utility>
@@ -31,19 +32,28 @@ std::string quotedArgument(std::string_view text) {
     return result + "\"";
 }
 
-bool isSwitchedOff(std::istream& entry) {
-    std::string line;
-    bool off = false;
+LoginItemStatus statusOf(std::string_view entry) {
     bool inEntry = false;
-    while (std::getline(entry, line)) {
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
-        if (line.starts_with('['))
-            inEntry = line == "[Desktop Entry]";
-        else if (inEntry && (line == "Hidden=true" || line == "X-GNOME-Autostart-enabled=false"))
-            off = true;
+    bool starts = false;
+    bool off = false;
+    while (!entry.empty()) {
+        const auto words = trimmed(takeLine(entry));
+        if (words.starts_with('[')) {
+            inEntry = words == "[Desktop Entry]";
+            continue;
+        }
+        const auto sign = words.find('=');
+        if (!inEntry || sign == std::string_view::npos)
+            continue;
+        const auto key = trimmed(words.substr(0, sign));
+        const auto value = trimmed(words.substr(sign + 1));
+        starts = starts || (key == "Exec" && !value.empty());
+        off = off || (key == "Hidden" && value == "true") ||
+              (key == "X-GNOME-Autostart-enabled" && value == "false");
     }
-    return off;
+    if (off)
+        return LoginItemStatus::requiresApproval;
+    return starts ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
 }
 
 } // namespace
@@ -55,17 +65,16 @@ AutostartService::AutostartService(std::string file, std::string program)
 LoginItemStatus AutostartService::status() {
     if (file_.empty())
         return LoginItemStatus::notFound;
-    std::ifstream entry(file_);
-    if (!entry)
-        return LoginItemStatus::notRegistered;
-    return isSwitchedOff(entry) ? LoginItemStatus::requiresApproval : LoginItemStatus::enabled;
+    const auto entry = readSmallFile(file_);
+    return entry ? statusOf(*entry) : LoginItemStatus::notRegistered;
 }
 
 std::optional<std::string> AutostartService::registerItem() {
     if (file_.empty())
         return "there is no home folder to keep the autostart entry in; set HOME";
-    if (const auto problem = replaceFile(file_, entry(program_)))
-        return file_ + " cannot be written (" + *problem + "); check the folder's permissions";
+    if (const auto written = replaceFile(file_, entry(program_)); !written)
+        return file_ + " cannot be written (" + written.text() +
+               "); check the folder's permissions";
     return std::nullopt;
 }
 
@@ -77,12 +86,7 @@ std::optional<std::string> AutostartService::unregisterItem() {
 }
 
 std::string AutostartService::userFile() {
-    constexpr const char* name = "/autostart/orrivane.desktop";
-    if (const char* folder = std::getenv("XDG_CONFIG_HOME"); folder && *folder == '/')
-        return std::string(folder) + name;
-    if (const char* home = std::getenv("HOME"); home && *home == '/')
-        return std::string(home) + "/.config" + name;
-    return {};
+    return UserFolders::file(UserFolders::ofThisUser().configuration, "autostart/orrivane.desktop");
 }
 
 std::string AutostartService::entry(const std::string& program) {

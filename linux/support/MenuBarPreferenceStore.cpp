@@ -2,22 +2,15 @@
 
 #include <linux/support/AtomicFile.h>
 #include <linux/support/MenuBarPreferences.h>
+#include <linux/support/SmallFile.h>
+#include <linux/support/Text.h>
 
-#include <fstream>
-#include <iterator>
 #include <utility>
 #include <vector>
 
 namespace orrivane {
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
 
 std::string_view keyOf(std::string_view line) {
     line = line.substr(0, line.find('#'));
@@ -27,11 +20,8 @@ std::string_view keyOf(std::string_view line) {
 
 std::vector<std::string_view> linesOf(std::string_view text) {
     std::vector<std::string_view> lines;
-    while (!text.empty()) {
-        const auto end = text.find('\n');
-        lines.push_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    }
+    while (!text.empty())
+        lines.push_back(takeLine(text));
     return lines;
 }
 
@@ -41,11 +31,6 @@ std::string lineFor(std::string_view key, std::int64_t value, std::string_view b
     return comment == std::string_view::npos
                ? line
                : line + " " + std::string(trimmed(before.substr(comment)));
-}
-
-std::string contentsOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace
@@ -75,9 +60,11 @@ bool MenuBarPreferenceStore::synchronize() {
     const FileLock lock(path_);
     if (!lock.isHeld())
         return false;
-    const auto before = contentsOf(path_);
-    const auto after = edited(before, changes);
-    return after == before || !replaceFile(path_, after);
+    const auto before = readSmallFileToReplace(path_);
+    if (!before)
+        return false;
+    const auto after = edited(*before, changes);
+    return after == *before || replaceFile(path_, after);
 }
 
 std::string MenuBarPreferenceStore::edited(std::string_view text, const Changes& changes) {

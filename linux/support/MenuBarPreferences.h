@@ -22,7 +22,7 @@ struct MenuBarPreferences {
     /// The same for a file; nothing is set where it cannot be read, is no regular file or is larger
     /// than a megabyte. Never waits for another process.
     static MenuBarPreferences read(const std::string& path);
-    /// The user's file, absolute; empty where the environment names no home.
+    /// The user's file, absolute; empty where there is no home.
     static std::string userFile();
 
     friend bool operator==(const MenuBarPreferences&, const MenuBarPreferences&) = default;

@@ -1,7 +1,8 @@
 #include <linux/updater/PackageFolder.h>
 
+#include <linux/support/UserFolders.h>
+
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -51,6 +52,8 @@ PackageFile::~PackageFile() {
 }
 
 std::optional<std::string> PackageFile::open() {
+    if (folder_.empty())
+        return "There is no home folder to keep the package in; set HOME and try again.";
     if (!makeFolders(folder_))
         return problem("The folder for packages cannot be made");
     if (!isOwnFolder(folder_))
@@ -105,12 +108,9 @@ PackageFile::Mapping::~Mapping() {
 }
 
 PackageFolder PackageFolder::ofUser() {
-    const char* cache = std::getenv("XDG_CACHE_HOME");
-    if (cache && *cache == '/')
-        return PackageFolder(std::string(cache) + "/orrivane/updates");
-    const char* home = std::getenv("HOME");
-    return PackageFolder(std::string(home && *home == '/' ? home : "/tmp") +
-                         "/.cache/orrivane/updates");
+    // A folder that others can write to is no substitute for a home: whoever owns it could exchange
+    // the package after it was verified.
+    return PackageFolder(UserFolders::file(UserFolders::ofThisUser().cache, "orrivane/updates"));
 }
 
 void PackageFolder::clear() const {

@@ -59,6 +59,7 @@ class PackageFile {
 /// The folder of this user alone where packages wait for the installer.
 class PackageFolder {
   public:
+    /// An empty path, as of a user without a home, takes no package.
     explicit PackageFolder(std::string path)
         : path_(std::move(path)) {}
 
@@ -73,7 +74,7 @@ class PackageFolder {
     [[nodiscard]] const std::string& path() const { return path_; }
 
   private:
-    std::string path_; // absolute
+    std::string path_; // absolute or empty
 };
 
 } // namespace orrivane

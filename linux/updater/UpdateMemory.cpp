@@ -1,11 +1,11 @@
 #include <linux/updater/UpdateMemory.h>
 
 #include <linux/support/AtomicFile.h>
+#include <linux/support/SmallFile.h>
+#include <linux/support/Text.h>
+#include <linux/support/UserFolders.h>
 
-#include <charconv>
 #include <cstdint>
-#include <cstdlib>
-#include <fstream>
 #include <string_view>
 
 namespace orrivane {
@@ -15,24 +15,16 @@ namespace {
 constexpr std::string_view automaticName = "checks-automatically";
 constexpr std::string_view lastCheckName = "last-check";
 constexpr std::string_view skippedName = "skipped-version";
-constexpr int mostLines = 64;
 constexpr std::size_t longestValue = 128;
 
 double secondsOf(std::string_view text) {
-    std::int64_t seconds = 0;
-    const auto* end = text.data() + text.size();
-    const auto [stopped, error] = std::from_chars(text.data(), end, seconds);
-    return error == std::errc() && stopped == end ? static_cast<double>(seconds) : 0;
+    return static_cast<double>(numberIn<std::int64_t>(text).value_or(0));
 }
 
 } // namespace
 
 std::string UpdateMemory::userFile() {
-    const char* configuration = std::getenv("XDG_CONFIG_HOME");
-    if (configuration && *configuration == '/')
-        return std::string(configuration) + "/orrivane/updates";
-    const char* home = std::getenv("HOME");
-    return std::string(home ? home : "") + "/.config/orrivane/updates";
+    return UserFolders::file(UserFolders::ofThisUser().configuration, "orrivane/updates");
 }
 
 void UpdateMemory::setChecksAutomatically(bool automatically) {
@@ -51,14 +43,14 @@ void UpdateMemory::setSkippedVersion(std::string version) {
 }
 
 void UpdateMemory::read() {
-    std::ifstream file(path_);
-    std::string line;
-    for (int count = 0; count < mostLines && std::getline(file, line); ++count) {
+    const auto contents = readSmallFile(path_).value_or(std::string());
+    for (std::string_view rest = contents; !rest.empty();) {
+        const auto line = takeLine(rest);
         const auto equals = line.find('=');
-        if (equals == std::string::npos || line.size() - equals > longestValue)
+        if (equals == std::string_view::npos || line.size() - equals > longestValue)
             continue;
-        const auto name = std::string_view(line).substr(0, equals);
-        const auto value = std::string_view(line).substr(equals + 1);
+        const auto name = line.substr(0, equals);
+        const auto value = line.substr(equals + 1);
         if (name == automaticName)
             checksAutomatically_ = value == "true";
         else if (name == lastCheckName)
@@ -77,7 +69,7 @@ void UpdateMemory::write() const {
     add(automaticName, checksAutomatically_ ? "true" : "false");
     add(lastCheckName, std::to_string(static_cast<std::int64_t>(lastCheck_)));
     add(skippedName, skippedVersion_);
-    replaceFile(path_, text);
+    static_cast<void>(replaceFile(path_, text));
 }
 
 } // namespace orrivane

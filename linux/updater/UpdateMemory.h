@@ -8,6 +8,7 @@ namespace orrivane {
 /// the user's configuration. What cannot be read counts as never set.
 class UpdateMemory {
   public:
+    /// An empty path, as of a user without a home, remembers nothing beyond this run.
     explicit UpdateMemory(std::string path)
         : path_(std::move(path)) {
         read();

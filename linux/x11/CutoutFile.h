@@ -2,16 +2,17 @@
 
 #include <Orrivane/support/Geometry.h>
 
-#include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orrivane::x11 {
 
 /// The user's own word on where the notch is: one line "x,y,width,height" in root pixels.
 class CutoutFile {
   public:
-    explicit CutoutFile(std::filesystem::path path)
+    /// An empty path, as of a user without a home, holds nothing.
+    explicit CutoutFile(std::string path)
         : path_(std::move(path)) {}
 
     /// In the user's configuration folder.
@@ -23,7 +24,7 @@ class CutoutFile {
     [[nodiscard]] std::optional<std::string> write(const Rect& cutout) const;
 
   private:
-    std::filesystem::path path_;
+    std::string path_;
 };
 
 } // namespace orrivane::x11

@@ -1,9 +1,9 @@
 #include <linux/x11/KnownPanels.h>
 
+#include <linux/support/SmallFile.h>
+
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace orrivane::x11 {
@@ -25,17 +25,15 @@ constexpr std::array<Panel, 4> panels{{
     {2880, 1864, 64},
 }};
 
-bool isKnownMake(const std::filesystem::path& deviceTree) {
-    std::ifstream file(deviceTree / "compatible", std::ios::binary);
-    const std::string names{std::istreambuf_iterator<char>(file), {}};
+bool isKnownMake(const std::string& deviceTree) {
+    const auto names = readSmallFile(deviceTree + "/compatible").value_or(std::string());
     // The file is a list of names, each ended by a NUL.
     return names.starts_with("apple,") || names.find(std::string("\0apple,", 7)) != names.npos;
 }
 
 } // namespace
 
-std::optional<int> KnownPanels::notchRows(int width, int height,
-                                          const std::filesystem::path& deviceTree) {
+std::optional<int> KnownPanels::notchRows(int width, int height, const std::string& deviceTree) {
     const auto panel = std::ranges::find_if(
         panels, [&](const Panel& known) { return known.width == width && known.height == height; });
     if (panel == panels.end() || !isKnownMake(deviceTree))

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <filesystem>
 #include <optional>
+#include <string>
 
 namespace orrivane::x11 {
 
@@ -13,8 +13,7 @@ struct KnownPanels {
 
     /// Rows of a panel of this size in its native pixels, if the device tree in that folder says
     /// that the machine is of the known make.
-    static std::optional<int> notchRows(int width, int height,
-                                        const std::filesystem::path& deviceTree);
+    static std::optional<int> notchRows(int width, int height, const std::string& deviceTree);
 };
 
 } // namespace orrivane::x11

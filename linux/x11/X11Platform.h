@@ -1,6 +1,7 @@
 #pragma once
 
 #include <linux/x11/Connection.h>
+#include <linux/x11/KnownPanels.h>
 #include <linux/x11/OpenMenus.h>
 #include <linux/x11/Presser.h>
 #include <linux/x11/StatusItems.h>
@@ -23,7 +24,7 @@ struct X11Platform {
         CutoutFile userCutout;
         X11Workspace::Toolkit toolkit;
         X11Accessibility::GlobalMenu globalMenu;
-        std::filesystem::path deviceTree = KnownPanels::kernelsFolder;
+        std::string deviceTree = KnownPanels::kernelsFolder;
     };
 
     /// `connection` and `loop` outlive it.

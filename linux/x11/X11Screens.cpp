@@ -1,5 +1,7 @@
 #include <linux/x11/X11Screens.h>
 
+#include <linux/x11/KnownPanels.h>
+
 #include <xcb/dpms.h>
 #include <xcb/randr.h>
 #include <xcb/screensaver.h>
@@ -23,7 +25,7 @@ PixelRect intersection(const PixelRect& a, const PixelRect& b) {
 } // namespace
 
 X11Screens::X11Screens(Connection& connection, double scale, CutoutFile userCutout,
-                       std::filesystem::path deviceTree)
+                       std::string deviceTree)
     : connection_(connection)
     , scale_(scale)
     , userCutout_(std::move(userCutout))

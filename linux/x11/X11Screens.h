@@ -4,12 +4,12 @@
 
 #include <linux/x11/Connection.h>
 #include <linux/x11/CutoutFile.h>
-#include <linux/x11/KnownPanels.h>
 #include <linux/x11/Space.h>
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace orrivane::x11 {
@@ -28,8 +28,7 @@ struct Monitor {
 class X11Screens : public Screens {
   public:
     /// `scale` is root pixels a point.
-    X11Screens(Connection& connection, double scale, CutoutFile userCutout,
-               std::filesystem::path deviceTree);
+    X11Screens(Connection& connection, double scale, CutoutFile userCutout, std::string deviceTree);
 
     std::vector<ScreenDescription> screens() override;
     std::optional<ScreenDescription> mainScreen() override;
@@ -72,7 +71,7 @@ class X11Screens : public Screens {
     Connection& connection_;
     double scale_;
     CutoutFile userCutout_;
-    std::filesystem::path deviceTree_;
+    std::string deviceTree_;
     std::function<std::uint32_t()> activeWindow_;
     std::vector<Monitor> monitors_;
     bool known_ = false;

@@ -84,12 +84,14 @@ TEST(RestartLauncher, launchesEverythingAndTellsOfTheMenuBarsRestartAlone) {
     RestartLauncher launcher(launches, [&] { ++restarts; });
     EXPECT_FALSE(launcher.launch("/usr/bin/killall", {"Other"}));
     launcher.launch("/usr/bin/open", {"ControlCenter"});
+    launcher.launch("/elsewhere/killall", {"ControlCenter"});
     launcher.launch("/usr/bin/killall", {"ControlCenter", "more"});
     EXPECT_EQ(restarts, 0);
     SqueezeEngine::restartControlCenter(launcher);
     EXPECT_EQ(restarts, 1);
-    EXPECT_EQ(launches.paths, (std::vector<std::string>{"/usr/bin/killall", "/usr/bin/open",
-                                                        "/usr/bin/killall", "/usr/bin/killall"}));
+    EXPECT_EQ(launches.paths,
+              (std::vector<std::string>{"/usr/bin/killall", "/usr/bin/open", "/elsewhere/killall",
+                                        "/usr/bin/killall", "/usr/bin/killall"}));
 }
 
 TEST(SpacingWish, isTheDifferenceToTheDefaultSpacingInPixels) {

@@ -1,6 +1,8 @@
 #include <linux/hosts/HostProcess.h>
 #include <linux/hosts/TrayHostKind.h>
 
+#include <tests/linux/support/Apart.h>
+
 #include "ChildProcess.h"
 #include "TempDirectory.h"
 #include "WaitFor.h"
@@ -8,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
 
@@ -61,6 +64,42 @@ TEST_F(HostProcessTest, aProcessThatIsGoneIsAbsentAndGetsNoSignal) {
     EXPECT_FALSE(HostProcess::read(-1));
 }
 
+TEST_F(HostProcessTest, aProcessThatEndsWhileItIsReadIsAbsent) {
+    auto child = start("echo begun; while :; do sleep 1; done");
+    waitForLog(child);
+    // Opened while it ran, read when it does not: the kernel then answers with an error.
+    const auto real = "/proc/" + std::to_string(child.pid()) + "/";
+    const auto place = folder.path() + "/proc/" + std::to_string(child.pid());
+    std::filesystem::create_directories(place);
+    std::vector<int> files;
+    for (const std::string name : {"comm", "cmdline", "environ"}) {
+        files.push_back(open((real + name).c_str(), O_RDONLY | O_CLOEXEC));
+        ASSERT_GE(files.back(), 0);
+        std::filesystem::create_symlink("/proc/self/fd/" + std::to_string(files.back()),
+                                        place + "/" + name);
+    }
+    ASSERT_TRUE(HostProcess::read(child.pid(), folder.path() + "/proc"));
+    const auto id = child.pid();
+    child.kill();
+    EXPECT_TRUE(holdsApart([&] { return !HostProcess::read(id, folder.path() + "/proc"); }));
+    for (const int file : files)
+        close(file);
+}
+
+TEST_F(HostProcessTest, whatCannotBeReadOfAProcessIsEmpty) {
+    const auto place = folder.path() + "/proc/7";
+    e2e::writeFile(place + "/comm", "tint2\n");
+    e2e::writeFile(place + "/cmdline", std::string("tint2\0", 6));
+    std::filesystem::create_directories(place + "/environ");
+    EXPECT_TRUE(holdsApart([&] {
+        const auto process = HostProcess::read(7, folder.path() + "/proc");
+        return process && process->environment.empty();
+    }));
+    std::filesystem::remove(place + "/cmdline");
+    std::filesystem::create_directories(place + "/cmdline");
+    EXPECT_TRUE(holdsApart([&] { return !HostProcess::read(7, folder.path() + "/proc"); }));
+}
+
 TEST_F(HostProcessTest, aSignalReachesAProcessThatHandlesIt) {
     auto child =
         start("trap 'echo reloaded; exit 3' USR1; echo begun; while :; do sleep 0.02; done");
@@ -76,6 +115,19 @@ TEST_F(HostProcessTest, aProcessThatTheSignalWouldEndIsSpared) {
     const auto process = HostProcess::read(child.pid());
     ASSERT_TRUE(process);
     EXPECT_FALSE(process->signal(SIGUSR1));
+    EXPECT_TRUE(child.isRunning());
+}
+
+TEST_F(HostProcessTest, aProcessThatDoesNotTellItsHandlersIsSpared) {
+    auto child = start("trap 'exit 3' USR1; echo begun; while :; do sleep 0.02; done");
+    waitForLog(child);
+    const auto process = HostProcess::read(child.pid());
+    ASSERT_TRUE(process);
+    const auto place = folder.path() + "/proc/" + std::to_string(child.pid());
+    e2e::writeFile(place + "/comm", "sh\n");
+    e2e::writeFile(place + "/cmdline", "sh");
+    std::filesystem::create_directories(place + "/status");
+    EXPECT_TRUE(holdsApart([&] { return !process->signal(SIGUSR1, folder.path() + "/proc"); }));
     EXPECT_TRUE(child.isRunning());
 }
 

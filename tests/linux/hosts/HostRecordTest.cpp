@@ -1,12 +1,13 @@
 #include <linux/hosts/HostRecord.h>
 
+#include <tests/linux/support/Apart.h>
+
 #include "TempDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <sys/stat.h>
 
 namespace orrivane {
 namespace {
@@ -30,9 +31,10 @@ TEST_F(HostRecordTest, anyBytesComeBack) {
 
 TEST_F(HostRecordTest, restoringNothingLeavesNoFile) {
     ASSERT_TRUE(record.write(fields));
-    record.restore(std::nullopt);
+    EXPECT_TRUE(record.restore(std::nullopt));
     EXPECT_FALSE(std::filesystem::exists(path));
-    record.restore(fields);
+    EXPECT_TRUE(record.restore(std::nullopt));
+    EXPECT_TRUE(record.restore(fields));
     EXPECT_EQ(record.read(), fields);
 }
 
@@ -59,23 +61,34 @@ TEST_F(HostRecordTest, aDamagedRecordIsPutAsideAndNotLost) {
     EXPECT_EQ(readFile(path + ".damaged"), "orrivane host record 1\nown=systray_pad");
 }
 
+TEST_F(HostRecordTest, aRecordThatMayNotBeReadIsPutAsideAndNotLost) {
+    using std::filesystem::perms;
+    ASSERT_TRUE(record.write(fields));
+    const auto before = readFile(path);
+    std::filesystem::permissions(folder.path(), perms(0755));
+    std::filesystem::permissions(std::filesystem::path(path).parent_path(), perms(0777));
+    std::filesystem::permissions(path, perms::none);
+    EXPECT_TRUE(holdsForAnOrdinaryUser([&] { return bool(record.write({{"own", "new"}})); }));
+    std::filesystem::permissions(path + ".damaged", perms(0600));
+    EXPECT_EQ(readFile(path + ".damaged"), before);
+}
+
 TEST_F(HostRecordTest, withoutAHomeNothingIsKept) {
     const HostRecord homeless("");
     EXPECT_FALSE(homeless.write(fields));
     EXPECT_FALSE(homeless.read());
-    homeless.restore(std::nullopt);
+    EXPECT_TRUE(homeless.restore(std::nullopt));
+    EXPECT_NE(homeless.write(fields).text().find("home"), std::string::npos);
 }
 
-TEST_F(HostRecordTest, onlyASmallRegularFileIsRead) {
-    EXPECT_FALSE(readSmallFile(folder.path()));
-    EXPECT_FALSE(readSmallFile(folder.path() + "/none"));
-    const auto pipe = folder.path() + "/pipe";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    EXPECT_FALSE(readSmallFile(pipe));
-    writeFile(folder.path() + "/large", std::string((1 << 20) + 1, 'x'));
-    EXPECT_FALSE(readSmallFile(folder.path() + "/large"));
-    writeFile(folder.path() + "/empty", "");
-    EXPECT_EQ(readSmallFile(folder.path() + "/empty"), "");
+TEST_F(HostRecordTest, aRecordThatCannotBePutBackIsSaidSo) {
+    std::filesystem::create_directories(path + "/inTheWay");
+    const auto removed = record.restore(std::nullopt);
+    EXPECT_FALSE(removed);
+    EXPECT_NE(removed.text().find(path), std::string::npos) << removed.text();
+    EXPECT_TRUE(std::filesystem::exists(path + "/inTheWay"));
+    writeFile(folder.path() + "/file", "");
+    EXPECT_FALSE(HostRecord(folder.path() + "/file/record").restore(fields));
 }
 
 } // namespace

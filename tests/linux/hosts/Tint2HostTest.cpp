@@ -1,6 +1,7 @@
 #include <linux/hosts/Tint2Host.h>
 
 #include <linux/support/AtomicFile.h>
+#include <tests/linux/support/Apart.h>
 
 #include "TempDirectory.h"
 
@@ -8,10 +9,7 @@
 
 #include <csignal>
 #include <filesystem>
-#include <functional>
-#include <sched.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -21,8 +19,6 @@ namespace {
 using e2e::readFile;
 using e2e::writeFile;
 
-constexpr uid_t nobody = 65534;
-
 struct Tint2HostTest : testing::Test {
     e2e::TempDirectory folder;
     std::string config = folder.path() + "/tint2/tint2rc";
@@ -30,16 +26,6 @@ struct Tint2HostTest : testing::Test {
     Tint2Host host{HostRecord(record)};
 
     [[nodiscard]] bool hasRecord() const { return std::filesystem::exists(record); }
-
-    /// Runs `work` in a process to which files can be closed, as they cannot to root's.
-    static bool asOrdinaryUser(const std::function<bool()>& work) {
-        const auto child = fork();
-        if (child == 0)
-            _exit((getuid() != 0 || setuid(nobody) == 0) && work() ? 0 : 1);
-        int status = 0;
-        waitpid(child, &status, 0);
-        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    }
 };
 
 struct Tint2HostFile : Tint2HostTest, testing::WithParamInterface<const char*> {};
@@ -178,10 +164,11 @@ TEST_F(Tint2HostTest, anUnreadableFileAndOneInAClosedFolderStayAsTheyAre) {
     const auto refused = [&] { return !host.apply(config, 4) && !hasRecord(); };
     std::filesystem::permissions(folder.path(), perms(0777));
     std::filesystem::permissions(config, perms::none);
-    EXPECT_TRUE(asOrdinaryUser([&] { return refused() && !host.limitation(config).empty(); }));
+    EXPECT_TRUE(
+        holdsForAnOrdinaryUser([&] { return refused() && !host.limitation(config).empty(); }));
     std::filesystem::permissions(config, perms(0666));
     std::filesystem::permissions(closed, perms(0555));
-    EXPECT_TRUE(asOrdinaryUser(refused));
+    EXPECT_TRUE(holdsForAnOrdinaryUser(refused));
     std::filesystem::permissions(closed, perms(0755));
     EXPECT_EQ(readFile(config), text);
 }
@@ -196,7 +183,9 @@ TEST_F(Tint2HostTest, aFullDiskLeavesTheUsersFileWhole) {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{1000, 1000};
         setrlimit(RLIMIT_FSIZE, &limit);
-        _exit(!host.apply(config, 4) && !hasRecord() ? 0 : 1);
+        const auto outcome = host.apply(config, 4);
+        const auto why = config + " cannot be written (File too large)";
+        _exit(!outcome && outcome.text() == why && !hasRecord() ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -228,7 +217,9 @@ TEST_F(Tint2HostTest, anotherWriterAtWorkMakesItFail) {
     writeFile(config, "systray_padding = 0 0 6\n");
     {
         const FileLock busy(record);
-        EXPECT_FALSE(host.apply(config, 4));
+        const auto outcome = host.apply(config, 4);
+        EXPECT_FALSE(outcome);
+        EXPECT_EQ(outcome.text(), "another program is at work on " + record);
         EXPECT_EQ(readFile(config), "systray_padding = 0 0 6\n");
     }
     ASSERT_TRUE(host.apply(config, 4));
@@ -243,6 +234,18 @@ TEST_F(Tint2HostTest, nothingIsChangedThatCouldNotBeGivenBack) {
     EXPECT_FALSE(homeless.apply(config, 4));
     EXPECT_TRUE(homeless.reset());
     EXPECT_EQ(readFile(config), "systray_padding = 0 0 6\n");
+}
+
+TEST_F(Tint2HostTest, aRecordThatCannotBeTakenBackIsSaidSo) {
+    writeFile(config, "systray_padding = 0 0 6\n");
+    ASSERT_TRUE(host.apply(config, 4));
+    // What cannot be removed, and no user's permissions matter to.
+    std::filesystem::rename(record, folder.path() + "/kept");
+    std::filesystem::create_directories(record + "/inTheWay");
+    const auto outcome = host.apply(config, 0);
+    EXPECT_FALSE(outcome);
+    EXPECT_NE(outcome.text().find("the record " + record + " cannot be removed"), std::string::npos)
+        << outcome.text();
 }
 
 TEST_F(Tint2HostTest, aLinkedFileStaysALink) {

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -33,15 +36,15 @@ struct AtomicFileTest : testing::Test {
 };
 
 TEST_F(AtomicFileTest, makesTheFoldersOnTheWay) {
-    EXPECT_EQ(replaceFile(path, "new"), std::nullopt);
+    EXPECT_TRUE(replaceFile(path, "new"));
     EXPECT_EQ(contentsOf(path), "new");
     EXPECT_EQ(filesBeside(), 1U);
 }
 
 TEST_F(AtomicFileTest, keepsTheMode) {
-    replaceFile(path, "old");
+    ASSERT_TRUE(replaceFile(path, "old"));
     std::filesystem::permissions(path, std::filesystem::perms(0600));
-    replaceFile(path, "new");
+    ASSERT_TRUE(replaceFile(path, "new"));
     EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(0600));
 }
 
@@ -50,20 +53,21 @@ TEST_F(AtomicFileTest, followsALink) {
     std::ofstream(real) << "old";
     const auto link = std::filesystem::path(folder.path()) / "link";
     std::filesystem::create_symlink(real, link);
-    EXPECT_EQ(replaceFile(link.string(), "new"), std::nullopt);
+    EXPECT_TRUE(replaceFile(link.string(), "new"));
     EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_EQ(contentsOf(real.string()), "new");
 }
 
 TEST_F(AtomicFileTest, aFullDiskLeavesTheOldContentsAndNothingElse) {
-    replaceFile(path, "old");
+    ASSERT_TRUE(replaceFile(path, "old"));
     const auto child = fork();
     if (child == 0) {
         // The limit stands for the disk: a write beyond it fails.
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit{10, 10};
         setrlimit(RLIMIT_FSIZE, &limit);
-        _exit(replaceFile(path, std::string(1000, 'x')) ? 0 : 1);
+        const auto outcome = replaceFile(path, std::string(1000, 'x'));
+        _exit(!outcome && outcome.text() == std::strerror(EFBIG) ? 0 : 1);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -72,9 +76,49 @@ TEST_F(AtomicFileTest, aFullDiskLeavesTheOldContentsAndNothingElse) {
     EXPECT_EQ(filesBeside(), 1U);
 }
 
+TEST_F(AtomicFileTest, aCrashLeavesTheOldOrTheNewContentsWhole) {
+    constexpr int rounds = 30;
+    constexpr std::size_t size = 200000;
+    const std::string old(size, 'o');
+    const std::string fresh(size, 'n');
+    for (int round = 0; round < rounds; ++round) {
+        ASSERT_TRUE(replaceFile(path, old));
+        std::array<int, 2> ready{};
+        ASSERT_EQ(pipe(ready.data()), 0);
+        const auto child = fork();
+        if (child == 0) {
+            static_cast<void>(!write(ready[1], "x", 1));
+            for (;;) {
+                static_cast<void>(replaceFile(path, fresh));
+                static_cast<void>(replaceFile(path, old));
+            }
+        }
+        char byte = 0;
+        EXPECT_EQ(read(ready[0], &byte, 1), 1);
+        // At another moment of its work each time.
+        usleep(static_cast<useconds_t>(round) * 211);
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        close(ready[0]);
+        close(ready[1]);
+        const auto now = contentsOf(path);
+        EXPECT_TRUE(now == old || now == fresh) << now.size() << " bytes";
+    }
+}
+
 TEST_F(AtomicFileTest, aFolderThatIsAFileIsSaidSo) {
     std::ofstream(std::filesystem::path(folder.path()) / "deep") << "";
-    EXPECT_NE(replaceFile(path, "new"), std::nullopt);
+    const auto outcome = replaceFile(path, "new");
+    EXPECT_FALSE(outcome);
+    EXPECT_FALSE(outcome.text().empty());
+}
+
+TEST_F(AtomicFileTest, anEmptyPathIsNowhere) {
+    std::filesystem::current_path(folder.path());
+    EXPECT_FALSE(replaceFile("", "new"));
+    EXPECT_FALSE(FileLock("").isHeld());
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+    std::filesystem::current_path("/");
 }
 
 TEST_F(AtomicFileTest, oneHoldsTheLockAtATime) {

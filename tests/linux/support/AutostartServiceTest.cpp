@@ -1,5 +1,6 @@
 #include <linux/support/AutostartService.h>
 
+#include "Apart.h"
 #include "TempDirectory.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sys/stat.h>
 
 namespace orrivane {
 namespace {
@@ -34,8 +36,9 @@ TEST_F(AutostartServiceTest, registersAndUnregisters) {
 
 TEST_F(AutostartServiceTest, whatTheUserSwitchedOffElsewhereWaitsForApproval) {
     ASSERT_EQ(service.registerItem(), std::nullopt);
-    for (const auto* line : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
-        std::ofstream(path) << "[Desktop Entry]\nName=Orrivane\n" << line << "\n";
+    for (const auto* line : {"Hidden=true", "X-GNOME-Autostart-enabled=false", "Hidden = true ",
+                             "X-GNOME-Autostart-enabled\t=  false\r"}) {
+        std::ofstream(path) << "[Desktop Entry]\nExec=orrivane\n" << line << "\n";
         EXPECT_EQ(service.status(), LoginItemStatus::requiresApproval) << line;
     }
     EXPECT_EQ(service.registerItem(), std::nullopt);
@@ -44,8 +47,26 @@ TEST_F(AutostartServiceTest, whatTheUserSwitchedOffElsewhereWaitsForApproval) {
 
 TEST_F(AutostartServiceTest, anActionsLineIsNotTheEntrys) {
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    std::ofstream(path) << "[Desktop Entry]\nName=x\n[Desktop Action y]\nHidden=true\n";
+    std::ofstream(path) << "[Desktop Entry]\nExec=x\n[Desktop Action y]\nHidden=true\n";
     EXPECT_EQ(service.status(), LoginItemStatus::enabled);
+}
+
+TEST_F(AutostartServiceTest, aFileThatStartsNothingIsNoRegistration) {
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    for (const auto* text :
+         {"", "Exec=x\n", "[Desktop Entry]\nName=x\n[Desktop Action y]\nExec=x\n",
+          "[Desktop Entry]\nExec=\n"}) {
+        std::ofstream(path) << text;
+        EXPECT_EQ(service.status(), LoginItemStatus::notRegistered) << text;
+    }
+}
+
+TEST_F(AutostartServiceTest, whatIsNoFileIsNoEntry) {
+    std::filesystem::create_directories(path);
+    EXPECT_EQ(service.status(), LoginItemStatus::notRegistered);
+    std::filesystem::remove(path);
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_TRUE(holdsApart([&] { return service.status() == LoginItemStatus::notRegistered; }));
 }
 
 TEST_F(AutostartServiceTest, unregisteringTwiceIsNoFailure) {

@@ -2,6 +2,7 @@
 #include <linux/support/MenuBarPreferenceStore.h>
 #include <linux/support/MenuBarPreferences.h>
 
+#include "Apart.h"
 #include "TempDirectory.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,6 +30,11 @@ struct MenuBarPreferenceStoreTest : testing::Test {
     void write(const std::string& text) {
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path) << text;
+    }
+    /// Whether a spacing that is set now is not stored, and the store says so.
+    bool refuses() {
+        store.setValue(spacing, 8);
+        return !store.synchronize();
     }
     [[nodiscard]] std::string text() const {
         std::ifstream file(path);
@@ -132,6 +139,38 @@ TEST_F(MenuBarPreferenceStoreTest, aWriterThatHoldsTheFileTooLongMakesTheWriteFa
     store.setValue(spacing, 8);
     EXPECT_FALSE(store.synchronize());
     EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(MenuBarPreferenceStoreTest, aFileThatMayNotBeReadIsNotWrittenOver) {
+    using std::filesystem::perms;
+    write("# mine\nother = x\n");
+    // The folder is everybody's, so that only the reading fails.
+    std::filesystem::permissions(folder.path(), perms(0755));
+    std::filesystem::permissions(std::filesystem::path(path).parent_path(), perms(0777));
+    std::filesystem::permissions(path, perms::none);
+    EXPECT_TRUE(holdsForAnOrdinaryUser([&] { return refuses(); }));
+    std::filesystem::permissions(path, perms(0600));
+    EXPECT_EQ(text(), "# mine\nother = x\n");
+}
+
+TEST_F(MenuBarPreferenceStoreTest, aPipeUnderTheNameHoldsNobodyUp) {
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_TRUE(holdsApart([&] { return refuses(); }));
+    EXPECT_TRUE(std::filesystem::is_fifo(path));
+}
+
+TEST_F(MenuBarPreferenceStoreTest, aFolderUnderTheNameIsAFailureAndNoEnd) {
+    std::filesystem::create_directories(path);
+    EXPECT_TRUE(holdsApart([&] { return refuses(); }));
+    EXPECT_TRUE(std::filesystem::is_empty(path));
+}
+
+TEST_F(MenuBarPreferenceStoreTest, aFileTooLargeToBeReadWholeStaysAsItIs) {
+    const auto large = "# " + std::string(1 << 20, 'x') + "\n";
+    write(large);
+    EXPECT_TRUE(refuses());
+    EXPECT_EQ(text(), large);
 }
 
 TEST_F(MenuBarPreferenceStoreTest, withoutAHomeNothingIsStored) {

@@ -1,5 +1,7 @@
 #include <linux/updater/PackageFolder.h>
 
+#include <tests/linux/support/Apart.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -82,6 +84,25 @@ TEST_F(PackageFolderTest, aFolderThatCannotBeMadeIsNamed) {
     const auto problem = PackageFolder("/proc/none/updates").create("a.deb")->open();
     ASSERT_TRUE(problem);
     EXPECT_NE(problem->find("/proc/none/updates"), std::string::npos) << *problem;
+}
+
+TEST_F(PackageFolderTest, withoutAHomeThereIsOneSentenceAndNoPackage) {
+    const PackageFolder homeless("");
+    homeless.clear();
+    const auto problem = homeless.create("a.deb")->open();
+    ASSERT_TRUE(problem);
+    EXPECT_EQ(*problem, "There is no home folder to keep the package in; set HOME and try again.");
+}
+
+TEST_F(PackageFolderTest, nobodyElsesFolderStandsInForAHome) {
+    if (getuid() != 0)
+        GTEST_SKIP() << "only root can become a user whom the system does not know";
+    EXPECT_TRUE(holdsApart([] {
+        constexpr uid_t unknown = 54321;
+        unsetenv("XDG_CACHE_HOME");
+        setenv("HOME", "relative", 1);
+        return setuid(unknown) == 0 && PackageFolder::ofUser().path().empty();
+    }));
 }
 
 TEST_F(PackageFolderTest, aFullDiskIsSaidSo) {

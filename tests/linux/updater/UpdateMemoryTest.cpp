@@ -1,9 +1,14 @@
 #include <linux/updater/UpdateMemory.h>
 
+#include <tests/linux/support/Apart.h>
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 namespace orrivane {
 namespace {
@@ -56,6 +61,20 @@ TEST_F(UpdateMemoryTest, aFileThatCannotBeWrittenIsNoReasonToStop) {
     UpdateMemory memory("/proc/none/updates");
     memory.setSkippedVersion("2.0");
     EXPECT_EQ(memory.skippedVersion(), "2.0");
+}
+
+TEST_F(UpdateMemoryTest, aPipeUnderTheNameHoldsNobodyUp) {
+    const auto pipe = folder.filePath("pipe").toStdString();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_TRUE(holdsApart([&] { return !UpdateMemory(pipe).checksAutomatically(); }));
+}
+
+TEST_F(UpdateMemoryTest, withoutAHomeNothingIsStored) {
+    const auto before = QDir::current().entryList(QDir::AllEntries | QDir::Hidden);
+    UpdateMemory memory("");
+    memory.setSkippedVersion("2.0");
+    EXPECT_EQ(memory.skippedVersion(), "2.0");
+    EXPECT_EQ(QDir::current().entryList(QDir::AllEntries | QDir::Hidden), before);
 }
 
 } // namespace

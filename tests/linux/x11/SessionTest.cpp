@@ -2,6 +2,7 @@
 #include <linux/x11/SessionCheck.h>
 
 #include <TempDirectory.h>
+#include <tests/linux/support/Apart.h>
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <sys/stat.h>
 
 namespace orrivane::x11 {
 namespace {
@@ -126,6 +128,31 @@ TEST_F(CutoutFileTest, aFailureLeavesNothingBehind) {
     EXPECT_TRUE(CutoutFile(path()).write({{660, 0}, {192, 37}}));
     const std::filesystem::directory_iterator folder(directory.path() + "/folder");
     EXPECT_EQ(std::distance(begin(folder), end(folder)), 1);
+}
+
+TEST_F(CutoutFileTest, aPipeUnderTheNameHoldsNobodyUp) {
+    std::filesystem::create_directories(directory.path() + "/folder");
+    ASSERT_EQ(mkfifo(path().c_str(), 0600), 0);
+    EXPECT_TRUE(holdsApart([this] { return !CutoutFile(path()).read(); }));
+}
+
+TEST_F(CutoutFileTest, aLinkIsFollowedAndTheModeKept) {
+    const auto real = directory.path() + "/dotfiles/notch";
+    e2e::writeFile(real, "660,0,192,37\n");
+    std::filesystem::permissions(real, std::filesystem::perms(0600));
+    std::filesystem::create_directories(directory.path() + "/folder");
+    std::filesystem::create_symlink(real, path());
+    EXPECT_FALSE(CutoutFile(path()).write({{700, 0}, {192, 37}}));
+    EXPECT_TRUE(std::filesystem::is_symlink(path()));
+    EXPECT_EQ(e2e::readFile(real), "700,0,192,37\n");
+    EXPECT_EQ(std::filesystem::status(real).permissions(), std::filesystem::perms(0600));
+}
+
+TEST_F(CutoutFileTest, withoutAHomeTheSentenceSaysSo) {
+    const auto problem = CutoutFile("").write({{660, 0}, {192, 37}});
+    ASSERT_TRUE(problem);
+    EXPECT_NE(problem->find("home"), std::string::npos) << *problem;
+    EXPECT_FALSE(CutoutFile("").read());
 }
 
 TEST_F(CutoutFileTest, theUsersFileIsInTheirConfigurationFolder) {
