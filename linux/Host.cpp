@@ -2,6 +2,7 @@
 
 #include <Orrivane/AppDelegate.h>
 #include <Orrivane/MenuBarIcon.h>
+#include <Orrivane/MoveEngine.h>
 #include <Orrivane/platform/Platform.h>
 #include <Orrivane/platform/ShellPlatform.h>
 
@@ -38,6 +39,7 @@
 #include <QUrl>
 
 #include <cstdlib>
+#include <optional>
 
 namespace orrivane {
 
@@ -75,7 +77,8 @@ class X11Host : public Host {
                    UpdateSettings::ofBuild().running, openPackage)
         , statusBar_([this] { return trayLook(); })
         , presses_(*connection_)
-        , popover_([this](auto pressed) { return presses_.watch(std::move(pressed)); })
+        , popover_([this](auto pressed) { return presses_.watch(std::move(pressed)); },
+                   &MoveEngine::isMoving)
         , platform_{loop_,
                     x11_.screens,
                     x11_.windowList,
@@ -94,6 +97,14 @@ class X11Host : public Host {
         QObject::connect(&readable_, &QSocketNotifier::activated, [this] { connection_->drain(); });
         connection_->setQueuedHandler([this] { drainSoon(); });
     }
+    X11Host(const X11Host&) = delete;
+    X11Host& operator=(const X11Host&) = delete;
+    // What still waits, a drag perhaps, lets go of what it holds while that is there, and on this
+    // thread: nobody may post from another one any more.
+    ~X11Host() override {
+        foreignHosts_.reset();
+        loop_.close();
+    }
 
     const Platform& platform() override { return platform_; }
     const ShellPlatform& shellPlatform() override { return shell_; }
@@ -110,17 +121,17 @@ class X11Host : public Host {
     std::string arrangeLimitation() override {
         if (x11::trayIsAMenuBar(*connection_))
             return {};
-        return foreignHosts_.arrangeLimitation().value_or(
+        return foreignHosts_->arrangeLimitation().value_or(
             "The tray of this desktop does not let its icons be moved.");
     }
     std::string squeezeLimitation() override {
         if (x11::trayIsAMenuBar(*connection_))
             return {};
-        return foreignHosts_.squeezeLimitation().value_or(
+        return foreignHosts_->squeezeLimitation().value_or(
             "The tray of this desktop does not read the spacing; it is stored all the same.");
     }
     std::optional<Task<bool>> moveItem(const StatusItemWindow& item, double toX) override {
-        return foreignHosts_.move(item, toX);
+        return foreignHosts_->move(item, toX);
     }
 
     int run(ApplicationDelegate& delegate) override {
@@ -199,12 +210,14 @@ class X11Host : public Host {
     x11::SingleInstance instance_;
     MenuBarPreferenceStore preferences_;
     SpawnLauncher launcher_;
-    ForeignHosts foreignHosts_{{*connection_, loop_, x11_.items, x11_.screens, log_,
-                                [](const std::string& text) {
-                                    return QString::fromStdString(text).toLower().toStdString();
-                                }},
-                               MenuBarPreferences::userFile()};
-    RestartLauncher restarter_{launcher_, [this] { foreignHosts_.restart(); }};
+    std::optional<ForeignHosts> foreignHosts_{
+        std::in_place,
+        ForeignHosts::Parts{*connection_, loop_, x11_.items, x11_.screens, log_,
+                            [](const std::string& text) {
+                                return QString::fromStdString(text).toLower().toStdString();
+                            }},
+        MenuBarPreferences::userFile()};
+    RestartLauncher restarter_{launcher_, [this] { foreignHosts_->restart(); }};
     AutostartService login_;
     UpdateMemory updateMemory_;
     NetworkReleaseSource releases_;

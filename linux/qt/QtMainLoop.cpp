@@ -1,5 +1,7 @@
 #include <linux/qt/QtMainLoop.h>
 
+#include <linux/support/MonotonicClock.h>
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
@@ -20,11 +22,6 @@ namespace {
 constexpr double shortestInterval = 0.001;
 // A timer this little before its time is on time.
 constexpr double earliness = 0.0005;
-
-double monotonicNow() {
-    using Seconds = std::chrono::duration<double>;
-    return Seconds(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
 
 class PostedWork : public QEvent {
   public:
@@ -155,6 +152,10 @@ QtMainLoop::QtMainLoop()
     : receiver_(std::make_shared<Receiver>()) {}
 
 QtMainLoop::~QtMainLoop() {
+    close();
+}
+
+void QtMainLoop::close() {
     receiver_->close();
 }
 

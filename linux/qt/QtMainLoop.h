@@ -19,6 +19,10 @@ class QtMainLoop : public MainLoop {
                                 std::function<void()> action) override;
     Subscription wakeUp(double delay, std::function<void()> action) override;
 
+    /// Drops all that was posted and all timers, and the tasks that wait for them; whatever comes
+    /// later is dropped as well. The end of a loop does the same.
+    void close();
+
   private:
     class Receiver;
     std::shared_ptr<Receiver> receiver_;

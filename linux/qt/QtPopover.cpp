@@ -13,14 +13,16 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace orrivane {
 
 class QtPopover::Window : public QWidget {
   public:
-    explicit Window(WatchPresses watchPresses)
+    Window(WatchPresses watchPresses, std::function<bool()> isDragging)
         : QWidget(nullptr, Qt::Tool | Qt::FramelessWindowHint)
-        , watchPresses_(std::move(watchPresses)) {
+        , watchPresses_(std::move(watchPresses))
+        , isDragging_(std::move(isDragging)) {
         setWindowTitle(QStringLiteral("Orrivane"));
         auto* layout = new QVBoxLayout(this);
         layout->setContentsMargins(1, 1, 1, 1);
@@ -60,6 +62,7 @@ class QtPopover::Window : public QWidget {
         QWidget::hideEvent(event);
         // Hiding takes the keyboard away too; that must not close a popover shown again at once.
         deactivated_.stop();
+        lostToADrag_ = false;
         presses_.reset();
         screen->setShown(false);
     }
@@ -75,12 +78,23 @@ class QtPopover::Window : public QWidget {
     // The icon opens and closes it by itself, and the tray beside the notch leaves it open.
     void closeIfPressedOutside() {
         const auto place = QCursor::pos();
-        if (isVisible() && !QApplication::activeModalWidget() && !anchor.contains(place) &&
-            !QApplication::topLevelAt(place))
+        if (isVisible() && !isDragging_() && !QApplication::activeModalWidget() &&
+            !anchor.contains(place) && !QApplication::topLevelAt(place))
             hide();
     }
 
     void closeUnlessOurs() {
+        constexpr int untilItIsOver = 50; // milliseconds between two looks
+        if (isVisible() && isDragging_()) {
+            lostToADrag_ = true;
+            deactivated_.start(untilItIsOver);
+            return;
+        }
+        // The program's own drag has taken the keyboard, so it gives it back.
+        if (std::exchange(lostToADrag_, false) && isVisible()) {
+            activateWindow();
+            return;
+        }
         if (!isVisible() || isActiveWindow() || QApplication::activeModalWidget() ||
             anchor.contains(QCursor::pos()) || QGuiApplication::mouseButtons() != Qt::NoButton)
             return;
@@ -92,12 +106,14 @@ class QtPopover::Window : public QWidget {
     }
 
     WatchPresses watchPresses_;
+    std::function<bool()> isDragging_;
     Subscription presses_;
     QTimer deactivated_;
+    bool lostToADrag_ = false;
 };
 
-QtPopover::QtPopover(WatchPresses watchPresses)
-    : window_(std::make_unique<Window>(std::move(watchPresses))) {}
+QtPopover::QtPopover(WatchPresses watchPresses, std::function<bool()> isDragging)
+    : window_(std::make_unique<Window>(std::move(watchPresses), std::move(isDragging))) {}
 QtPopover::~QtPopover() = default;
 
 QWidget* QtPopover::widget() const {

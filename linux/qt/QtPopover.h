@@ -17,14 +17,17 @@ class ScreenView;
 
 /// A frameless window under the own icon. It closes when another window takes the keyboard, by a
 /// press outside the program's windows, by Escape, and by a second click on the icon; a question it
-/// asks, and a drag that begins in it, do not close it.
+/// asks, a drag that begins in it, and a drag that the program makes itself do not close it.
 class QtPopover : public Popover {
   public:
     /// Begins to tell of presses of mouse buttons anywhere, until the handle dies.
     using WatchPresses = std::function<Subscription(std::function<void()> pressed)>;
 
-    /// Without `watchPresses`, presses where nothing takes the keyboard leave it open.
-    explicit QtPopover(WatchPresses watchPresses = nullptr);
+    /// Without `watchPresses`, presses where nothing takes the keyboard leave it open. `isDragging`
+    /// says whether the program itself drags something on the screen.
+    explicit QtPopover(
+        WatchPresses watchPresses = nullptr,
+        std::function<bool()> isDragging = [] { return false; });
     ~QtPopover() override;
 
     void setRoot(const View& root) override;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace orrivane::x11 {
 
@@ -45,14 +46,20 @@ class X11EventPoster::Event : public MouseEvent {
 };
 
 std::unique_ptr<EventSource> X11EventPoster::createSource() {
-    if (connection_.isLost() || superKey() == 0)
+    if (connection_.isLost())
         return nullptr;
-    return std::make_unique<Source>(*this);
+    commandKey_ = superKey();
+    return commandKey_ != 0 ? std::make_unique<Source>(*this) : nullptr;
 }
 
-std::unique_ptr<MouseEvent> X11EventPoster::createMouseEvent(EventSource*, MouseEventType type,
-                                                             Point position) {
+std::unique_ptr<MouseEvent> X11EventPoster::createMouseEvent(EventSource* source,
+                                                             MouseEventType type, Point position) {
     if (connection_.isLost())
+        return nullptr;
+    if (!source)
+        commandKey_ = superKey();
+    // Without Command a drag would be a click on whatever lies there.
+    if (commandKey_ == 0 && type != MouseEventType::mouseMoved)
         return nullptr;
     return std::make_unique<Event>(type, position);
 }
@@ -78,6 +85,7 @@ void X11EventPoster::post(const MouseEvent& posted) {
     }
     if (!command)
         holdCommand(false);
+    prepareForACrash();
     connection_.flush();
 }
 
@@ -108,7 +116,7 @@ std::uint8_t X11EventPoster::superKey() {
 void X11EventPoster::holdCommand(bool down) {
     if (down == (heldKey_ != 0))
         return;
-    const auto key = down ? superKey() : heldKey_;
+    const auto key = down ? commandKey_ : heldKey_;
     if (key == 0)
         return;
     send(down ? std::uint8_t{XCB_KEY_PRESS} : std::uint8_t{XCB_KEY_RELEASE}, key, {0, 0});
@@ -122,6 +130,31 @@ void X11EventPoster::releaseAll() {
     heldButton_ = false;
     holdCommand(false);
     connection_.flush();
+    prepareForACrash();
+}
+
+void X11EventPoster::prepareForACrash() {
+    crashRelease_.reset();
+    if (connection_.isLost() || (!heldButton_ && heldKey_ == 0))
+        return;
+    std::vector<unsigned char> requests;
+    const auto append = [&](std::uint8_t type, std::uint8_t detail) {
+        xcb_test_fake_input_request_t request = {};
+        request.major_opcode =
+            xcb_get_extension_data(connection_.raw(), &xcb_test_id)->major_opcode;
+        request.minor_opcode = XCB_TEST_FAKE_INPUT;
+        request.length = sizeof request / 4;
+        request.type = type;
+        request.detail = detail;
+        request.root = connection_.root();
+        const auto* bytes = reinterpret_cast<const unsigned char*>(&request);
+        requests.insert(requests.end(), bytes, bytes + sizeof request);
+    };
+    if (heldButton_)
+        append(XCB_BUTTON_RELEASE, primaryButton);
+    if (heldKey_ != 0)
+        append(XCB_KEY_RELEASE, heldKey_);
+    crashRelease_.emplace(connection_.descriptor(), requests);
 }
 
 void X11EventPoster::send(std::uint8_t type, std::uint8_t detail, Pixel at) {

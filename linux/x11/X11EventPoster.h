@@ -2,15 +2,18 @@
 
 #include <Orrivane/platform/EventPoster.h>
 
+#include <linux/x11/CrashRelease.h>
 #include <linux/x11/X11Screens.h>
 
 #include <cstdint>
+#include <optional>
 
 namespace orrivane::x11 {
 
 /// The pointer and the Command key by XTest. Command is the Super key: it goes down with the first
 /// event that carries the flag, and up with the first one without it or with its source. Events
-/// without a source hold nothing longer than the next one asks for.
+/// without a source hold nothing longer than the next one asks for. Where no key is Super there is
+/// no source, and no event of a button.
 class X11EventPoster : public EventPoster {
   public:
     X11EventPoster(Connection& connection, X11Screens& screens)
@@ -39,12 +42,15 @@ class X11EventPoster : public EventPoster {
     [[nodiscard]] std::uint8_t superKey();
     void holdCommand(bool down);
     void releaseAll();
+    void prepareForACrash();
     void send(std::uint8_t type, std::uint8_t detail, Pixel at);
 
     Connection& connection_;
     X11Screens& screens_;
-    std::uint8_t heldKey_ = 0; // 0: none
+    std::uint8_t commandKey_ = 0; // as last looked up; 0: there is none
+    std::uint8_t heldKey_ = 0;    // 0: none
     bool heldButton_ = false;
+    std::optional<CrashRelease> crashRelease_; // of what is held
 };
 
 } // namespace orrivane::x11

@@ -114,12 +114,12 @@ void TileWidget::drag() {
     const auto start = *std::exchange(press_, std::nullopt);
     auto* payload = new QMimeData;
     payload->setText(QString::fromStdString(tile->source.payload));
-    auto* gesture = new QDrag(this);
+    auto* gesture = new QDrag(window()); // the toolkit does not bear its end before the drag's
     gesture->setMimeData(payload);
     gesture->setPixmap(grab());
     gesture->setHotSpot(start);
     run(tile->source.began);
-    gesture->exec(Qt::MoveAction); // the tile may be gone after it
+    gesture->exec(Qt::MoveAction); // this tile may be gone after it
     run(tile->source.ended);
 }
 

@@ -81,6 +81,25 @@ TEST(QtMainLoop, anActionThatRunsALoopOfItsOwnDoesNotStopItsTimer) {
     EXPECT_GE(firings, 3);
 }
 
+TEST(QtMainLoop, dropsWhatWaitsWhenItIsClosedAndTakesNothingMore) {
+    QtMainLoop loop;
+    int runs = 0;
+    const auto held = std::make_shared<int>();
+    const auto action = [&runs, held] { ++runs; };
+    const auto once = loop.wakeUp(0, action);
+    const auto again = loop.repeatingTimer(0.001, 0, action);
+    loop.post(action);
+    loop.close();
+    loop.post([&runs] { ++runs; });
+    const auto later = loop.wakeUp(0, [&runs] { ++runs; });
+    QtMainLoop other;
+    bool passed = false;
+    const auto end = other.wakeUp(0.02, [&] { passed = true; });
+    ASSERT_TRUE(pumpUntil([&] { return passed; }));
+    EXPECT_EQ(runs, 0);
+    EXPECT_EQ(held.use_count(), 2) << "of the loop's copies none is left";
+}
+
 TEST(QtMainLoop, countsWallClockTime) {
     const auto wallClock = [] {
         using Seconds = std::chrono::duration<double>;

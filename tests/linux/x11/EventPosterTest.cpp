@@ -62,6 +62,33 @@ class EventPosterTest : public Desk {
         return reply ? reply->mask & (superMask | buttonMask) : ~0U;
     }
 
+    /// Takes the symbol from every key that has it.
+    void removeKeys(xcb_keysym_t symbol) {
+        const auto* setup = xcb_get_setup(app.raw());
+        const auto first = setup->min_keycode;
+        const auto count = static_cast<std::uint8_t>(setup->max_keycode - first + 1);
+        const Owned<xcb_get_keyboard_mapping_reply_t> keys(xcb_get_keyboard_mapping_reply(
+            app.raw(), xcb_get_keyboard_mapping(app.raw(), first, count), nullptr));
+        ASSERT_TRUE(keys);
+        auto* symbols = xcb_get_keyboard_mapping_keysyms(keys.get());
+        const auto length = xcb_get_keyboard_mapping_keysyms_length(keys.get());
+        ASSERT_NE(std::count(symbols, symbols + length, symbol), 0);
+        std::replace(symbols, symbols + length, symbol, xcb_keysym_t{XCB_NO_SYMBOL});
+        xcb_change_keyboard_mapping(app.raw(), count, first, keys->keysyms_per_keycode, symbols);
+        app.sync();
+    }
+    bool playMove(ScriptedLog& log) {
+        bool result = false;
+        const auto task =
+            start(loop, [](EventPoster& to, SystemLog& journal, bool& moved) -> Task<> {
+                StatusItemWindow item;
+                item.frame = {{700, 0}, {30, 24}};
+                moved = co_await MoveEngine::move(item, 900, to, journal);
+            }(poster(), log, result));
+        loop.advance(5);
+        return result;
+    }
+
     xcb_window_t window = 0;
 };
 
@@ -127,21 +154,36 @@ TEST_F(EventPosterTest, positionsThatAreNoNumbersOrFarAwayHarmNobody) {
 
 TEST_F(EventPosterTest, aMoveIsPlayedWholeAndLeavesNothingPressed) {
     ScriptedLog log;
-    auto& events = poster();
+    poster();
     arrived();
-    bool result = false;
-    const auto task = start(loop, [](EventPoster& to, SystemLog& journal, bool& moved) -> Task<> {
-        StatusItemWindow item;
-        item.frame = {{700, 0}, {30, 24}};
-        moved = co_await MoveEngine::move(item, 900, to, journal);
-    }(events, log, result));
-    loop.advance(5);
-    EXPECT_TRUE(result);
+    EXPECT_TRUE(playMove(log));
     const auto all = arrived();
     ASSERT_FALSE(all.empty());
     EXPECT_EQ(all.back(), (Arrived{XCB_BUTTON_RELEASE, 900, 12, true}));
     EXPECT_EQ(std::ranges::count(all, XCB_BUTTON_PRESS, &Arrived::type), 1);
     EXPECT_TRUE(std::ranges::all_of(all, &Arrived::super));
+    EXPECT_EQ(held(), 0U);
+}
+
+TEST_F(EventPosterTest, whereNoKeyIsSuperAMoveFailsAndClicksNothing) {
+    removeKeys(0xffeb);
+    ScriptedLog log;
+    EXPECT_EQ(poster().createSource(), nullptr);
+    arrived();
+    EXPECT_FALSE(playMove(log));
+    EXPECT_TRUE(arrived().empty());
+    EXPECT_EQ(log.lines,
+              std::vector<std::string>{"MoveEngine: failed to create CGEvent of type 1"});
+    EXPECT_TRUE(poster().createMouseEvent(nullptr, MouseEventType::mouseMoved, {5, 5}));
+}
+
+TEST_F(EventPosterTest, aKeyThatIsTakenAwayDuringAGestureIsStillLetGo) {
+    auto source = poster().createSource();
+    post(MouseEventType::leftMouseDown, {300, 12});
+    ASSERT_EQ(held(), superMask | buttonMask);
+    removeKeys(0xffeb);
+    EXPECT_FALSE(poster().createMouseEvent(nullptr, MouseEventType::leftMouseDragged, {290, 12}));
+    source.reset();
     EXPECT_EQ(held(), 0U);
 }
 

@@ -52,6 +52,20 @@ TEST_F(WorkspaceTest, noActiveWindowIsNoOtherApplication) {
     EXPECT_EQ(port().workspace.activeWindow(), 0U);
 }
 
+TEST_F(WorkspaceTest, aProgramThatComesBackAfterNoneIsTold) {
+    observeAll();
+    const auto window = app.create({});
+    activate(window);
+    ASSERT_EQ(activations(), 1);
+    activate(0);
+    ASSERT_EQ(activations(), 1);
+    activate(window);
+    EXPECT_EQ(activations(), 2) << "the bar was the dock's meanwhile";
+    activate(0);
+    activate(window);
+    EXPECT_EQ(activations(), 2) << "within one turn that is no switch";
+}
+
 TEST_F(WorkspaceTest, anotherWindowOfTheSameProgramIsNotTold) {
     observeAll();
     activate(app.create({}));

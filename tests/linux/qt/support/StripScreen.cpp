@@ -128,4 +128,10 @@ void StripScreen::click(QPoint position, std::uint8_t button) {
     focus();
 }
 
+void StripScreen::hold(bool down) {
+    xcb_test_fake_input(connection_, down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1,
+                        XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    focus();
+}
+
 } // namespace orrivane

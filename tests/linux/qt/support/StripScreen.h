@@ -37,6 +37,8 @@ class StripScreen {
 
     void move(QPoint position);
     void click(QPoint position, std::uint8_t button);
+    /// The first button, where the pointer is.
+    void hold(bool down);
 
   private:
     xcb_connection_t* connection_;

@@ -29,7 +29,8 @@ struct Place {
     QSize size;
     bool inWindow;
     bool dark;
-    bool open = true; // all that can be opened and closed
+    bool open = true;     // all that can be opened and closed
+    bool granted = false; // permissions, with an update to tell of
 };
 
 void PrintTo(const Place& place, std::ostream* out) {
@@ -55,8 +56,13 @@ class MainViewLayoutTest : public MainViewFixture, public testing::WithParamInte
         // The longest of each text.
         world.userDefaults.setBool(MainView::arrangeExpandedKey, GetParam().open);
         world.userDefaults.setBool(MainView::squeezeShownKey, GetParam().open);
-        world.screenCapture.accessGranted = false;
-        world.accessibility.trusted = false;
+        world.screenCapture.accessGranted = GetParam().granted;
+        world.accessibility.trusted = GetParam().granted;
+        if (GetParam().granted) {
+            updates.start();
+            updates.willHandleShowingUpdate(false, "2026.11.21 Release Candidate");
+            world.userDefaults.setBool("OrrivaneStripEnabled", false);
+        }
         world.ownWindows.mainViewWindowVisible = true;
         squeezeLimitation = "The panel that shows the icons here decides about their spacing "
                             "itself, so nothing that is chosen below can change it.";
@@ -277,7 +283,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Place{"small-window-light", {560, 400}, true, false},
                     Place{"small-window-dark", {560, 400}, true, true},
                     Place{"closed-popover-dark", {560, 400}, false, true, false},
-                    Place{"closed-window-light", {560, 400}, true, false, false}),
+                    Place{"closed-window-light", {560, 400}, true, false, false},
+                    Place{"granted-window-light", {560, 400}, true, false, true, true},
+                    Place{"granted-popover-dark", {980, 640}, false, true, true, true}),
     [](const auto& place) {
         std::string name = place.param.name;
         std::ranges::replace(name, '-', '_');

@@ -4,7 +4,9 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QDragEnterEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
@@ -48,9 +50,9 @@ class TileWidgetTest : public testing::Test {
                 .node = Tile{.content = {.size = {120, 30}},
                              .source = {.began = {[note] { note("began"); }},
                                         .ended = {[note] { note("ended"); }}},
-                             .target = {.performed = {[note] {
+                             .target = {.performed = {[this, note] {
                                             note("dropped");
-                                            return true;
+                                            return takesDrops;
                                         }}},
                              .stepped = {[note](int by) { note(by < 0 ? "left" : "right"); }}}};
     }
@@ -74,6 +76,7 @@ class TileWidgetTest : public testing::Test {
     }
 
     std::vector<std::string> events;
+    bool takesDrops = true;
     ScreenView screen;
 };
 
@@ -163,6 +166,42 @@ TEST_F(TileWidgetTest, assistiveProgramsMoveItInOneGo) {
     EXPECT_FALSE(actions->actionNames().contains("Move Left"));
     actions->doAction("Move Left");
     EXPECT_EQ(events.size(), 6U);
+}
+
+TEST_F(TileWidgetTest, itTakesPlainTextOnlyAndProposesToMoveIt) {
+    constexpr auto offered = Qt::CopyAction | Qt::MoveAction;
+    auto& tile = at(1);
+    const QMimeData nothing;
+    QDragEnterEvent strange({10, 10}, offered, &nothing, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&tile, &strange);
+    EXPECT_FALSE(strange.isAccepted());
+    QMimeData text;
+    text.setText("3");
+    QDragEnterEvent enter({10, 10}, offered, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&tile, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDragMoveEvent over({10, 10}, offered, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&tile, &over);
+    EXPECT_TRUE(over.isAccepted());
+    EXPECT_EQ(over.dropAction(), Qt::MoveAction);
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(&tile, &leave);
+    EXPECT_TRUE(events.empty());
+}
+
+TEST_F(TileWidgetTest, aDropIsAcceptedOrRefusedAsItsActionSays) {
+    auto& tile = at(1);
+    QMimeData text;
+    text.setText("3");
+    for (const bool takes : {true, false}) {
+        takesDrops = takes;
+        QDragEnterEvent enter({10, 10}, Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&tile, &enter);
+        QDropEvent drop({10, 10}, Qt::MoveAction, &text, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&tile, &drop);
+        EXPECT_EQ(drop.isAccepted(), takes);
+    }
+    EXPECT_EQ(events, (Events{"2 dropped", "2 dropped"}));
 }
 
 TEST_F(TileWidgetTest, tabGoesFromTileToTileAndShowsTheOneItReaches) {
