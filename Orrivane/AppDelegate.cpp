@@ -20,9 +20,10 @@ namespace orrivane {
 
 namespace {
 
-constexpr double screenMargin = 24;
-constexpr double heightWithoutScreen = 776;
-/// Smaller differences are left alone, so that the window does not tremble after every layout.
+// Points.
+constexpr double screenMargin = 24;         // left free by a window that is as high as may be
+constexpr double heightWithoutScreen = 776; // that height where no screen says one
+// Smaller differences are left alone, so that the window does not tremble after every layout.
 constexpr double tolerance = 4;
 
 constexpr double belowScreenTop = 8;  // points between the visible frame's top and the window's

@@ -38,6 +38,7 @@ class CaptureService {
     void invalidateWindowCache() { cachedContent_.reset(); }
 
     [[nodiscard]] bool screenCaptureGranted();
+    /// Lets the system ask the user; true if the permission is there already.
     bool requestScreenCapture();
     [[nodiscard]] bool accessibilityTrusted();
     void openScreenRecordingSettings();

@@ -40,6 +40,7 @@ struct IconIdentity {
     static bool press(const IconOwner& owner, Accessibility& accessibility, SystemLog& log);
     /// The right button's action, for platforms whose status items have one; as `press`.
     static bool showMenu(const IconOwner& owner, Accessibility& accessibility, SystemLog& log);
+    /// Whether a menu hangs on the item now; false when it does not answer.
     static bool hasOpenMenu(const IconOwner& owner, Accessibility& accessibility);
     /// Points from the left end of the menu bar to the right end of the frontmost application's
     /// last menu; absent when unknown.
@@ -52,6 +53,9 @@ struct IconIdentity {
     static std::optional<IconOwner> owner(const StatusItemWindow& window,
                                           std::span<const IconOwner> owners,
                                           std::span<const ScreenDescription> screens);
+    /// Points from the bar's left edge to the right end of the rightmost menu in `children`, all of
+    /// them in one coordinate system. What is absent could not be read: without the bar's
+    /// rectangle it begins with the leftmost menu, and without any menu's the result is absent.
     static std::optional<double> menuWidth(const std::optional<Rect>& bar,
                                            std::span<const std::optional<Rect>> children);
 };

@@ -20,7 +20,9 @@ class StripWindow {
     StripWindow(const StripWindow&) = delete;
     StripWindow& operator=(const StripWindow&) = delete;
 
+    /// Shows the row, left to right, beside the notch; also replaces one that shows.
     void show(std::vector<StripItem> items, const NotchInfo& notch);
+    /// Takes the row away; the panel keeps what it last showed.
     void hide();
     [[nodiscard]] bool isVisible() const { return visible_; }
     /// Bottom-left-origin points; the zero rectangle while hidden.

@@ -40,7 +40,8 @@ class Host {
 
     /// Moves an item to `toX` (global points) where the desktop as it is now has a way of its own;
     /// true when it was told of a new order. Absent where a drag with Command held is the way.
-    [[nodiscard]] virtual std::optional<Task<bool>> moveItem(const StatusItemWindow&, double) {
+    [[nodiscard]] virtual std::optional<Task<bool>> moveItem(const StatusItemWindow& /*item*/,
+                                                             double /*toX*/) {
         return std::nullopt;
     }
 

@@ -6,7 +6,7 @@
 
 namespace orrivane {
 
-/// The main thread's run loop. Callbacks never run inside the call that registers them. A loop
+/// The main thread's run loop, for that thread alone but for `post`. Callbacks never run inside the call that registers them. A loop
 /// that is being destroyed drops whatever it still holds and ignores what is posted meanwhile.
 class MainLoop {
   public:
@@ -15,7 +15,8 @@ class MainLoop {
     MainLoop& operator=(const MainLoop&) = delete;
     virtual ~MainLoop() = default;
 
-    /// Runs `work` on a later turn of the loop, in the order of posting.
+    /// Runs `work` on a later turn of the loop, in the order of posting. From any thread, while
+    /// the loop lives.
     virtual void post(std::function<void()> work) = 0;
 
     /// Absolute wall-clock time in seconds. May step backwards when the clock is set.

@@ -8,6 +8,7 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <limits>
@@ -145,7 +146,7 @@ class QtMainLoop::Receiver : public QObject {
     }
 
     std::map<int, std::shared_ptr<Timer>> timers_;
-    bool closed_ = false;
+    std::atomic<bool> closed_ = false; // work is posted from other threads too
 };
 
 QtMainLoop::QtMainLoop()

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace orrivane {
@@ -48,6 +49,13 @@ TYPED_TEST_P(MainLoopContract, workPostedByWorkRunsAfterWhatWasPostedBefore) {
     this->loop().post([&] { steps.emplace_back("second"); });
     ASSERT_TRUE(this->world.pumpUntil([&] { return steps.size() >= 3; }));
     EXPECT_EQ(steps, (typename TestFixture::Steps{"first", "second", "posted later"}));
+}
+
+TYPED_TEST_P(MainLoopContract, workPostedByAnotherThreadRunsOnTheLoopsOwn) {
+    std::thread::id ran;
+    std::thread([&] { this->loop().post([&] { ran = std::this_thread::get_id(); }); }).join();
+    ASSERT_TRUE(this->world.pumpUntil([&] { return ran != std::thread::id(); }));
+    EXPECT_EQ(ran, std::this_thread::get_id());
 }
 
 TYPED_TEST_P(MainLoopContract, aRepeatingTimerFiresAgainAndAgainButNeverEarly) {
@@ -182,11 +190,12 @@ TYPED_TEST_P(MainLoopContract, aLoopThatDiesIgnoresWhatIsPostedMeanwhile) {
 
 REGISTER_TYPED_TEST_SUITE_P(
     MainLoopContract, postedWorkRunsAfterTheCallInTheOrderOfPosting,
-    workPostedByWorkRunsAfterWhatWasPostedBefore, aRepeatingTimerFiresAgainAndAgainButNeverEarly,
-    aTimerWhoseHandleDiedDoesNotFire, aTimerMayEndItselfAndKeepsWhatItHoldsUntilItsCallEnds,
-    aTimerMayPutAnotherOneInItsPlace, firingsMissedWhileTheThreadWasBusyAreNotMadeUpFor,
-    aWakeUpFiresOnceAndNotEarly, aWakeUpWithoutDelayStillRunsAfterTheCall,
-    wakeUpsFireInTheOrderOfTheirDelays, theClockRunsWithTheLoop,
-    aLoopThatDiesDropsWhatItHoldsWithoutRunningIt, aLoopThatDiesIgnoresWhatIsPostedMeanwhile);
+    workPostedByWorkRunsAfterWhatWasPostedBefore, workPostedByAnotherThreadRunsOnTheLoopsOwn,
+    aRepeatingTimerFiresAgainAndAgainButNeverEarly, aTimerWhoseHandleDiedDoesNotFire,
+    aTimerMayEndItselfAndKeepsWhatItHoldsUntilItsCallEnds, aTimerMayPutAnotherOneInItsPlace,
+    firingsMissedWhileTheThreadWasBusyAreNotMadeUpFor, aWakeUpFiresOnceAndNotEarly,
+    aWakeUpWithoutDelayStillRunsAfterTheCall, wakeUpsFireInTheOrderOfTheirDelays,
+    theClockRunsWithTheLoop, aLoopThatDiesDropsWhatItHoldsWithoutRunningIt,
+    aLoopThatDiesIgnoresWhatIsPostedMeanwhile);
 
 } // namespace orrivane
