@@ -62,12 +62,13 @@ void X11Workspace::handle(const xcb_generic_event_t& event) {
 }
 
 // A switch passes through "no window" first; only another client's window is another application.
+// While there was none for longer than a turn, the bar was the dock's: whoever comes next is told.
 void X11Workspace::activeWindowMayHaveChanged() {
     checkPosted_ = false;
     const auto window = activeWindow();
-    if (window == 0 || connection_.clientOf(window) == activeClient_)
+    const auto client = window == 0 ? 0 : connection_.clientOf(window);
+    if (client == std::exchange(activeClient_, client) || client == 0)
         return;
-    activeClient_ = connection_.clientOf(window);
     observers_.at(static_cast<std::size_t>(SystemNotification::didActivateApplication)).notify();
 }
 
