@@ -39,8 +39,9 @@ void AppKitMainWindow::create(const MainWindowConfiguration& configuration) {
     window_.restorable = NO;
     // Fitted to its content, it would lie small on a black screen; and the program has no icon in
     // the Dock, so where the window is opened is where it is wanted.
-    window_.collectionBehavior =
-        NSWindowCollectionBehaviorFullScreenNone | NSWindowCollectionBehaviorMoveToActiveSpace;
+    window_.collectionBehavior = NSWindowCollectionBehaviorFullScreenNone |
+                                 NSWindowCollectionBehaviorFullScreenDisallowsTiling |
+                                 NSWindowCollectionBehaviorMoveToActiveSpace;
     window_.tabbingMode = NSWindowTabbingModeDisallowed;
     window_.title = toNSString(configuration.title);
     window_.contentMinSize = toNSSize(configuration.minimumContentSize);
@@ -67,6 +68,8 @@ void AppKitMainWindow::makeKeyAndOrderFront() {
     if (window_.miniaturized)
         [window_ deminiaturize:nil];
     [window_ makeKeyAndOrderFront:nil];
+    // The program may not become active, however it asks; then the window would stay behind others.
+    [window_ orderFrontRegardless];
     [screen_ setShown:YES];
 }
 

@@ -64,7 +64,11 @@ void AppKitPopover::show(StatusItem& below) {
         return;
     takeSize(fitting(size_, button.window.screen));
     [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
-    [controller_.view.window makeKeyWindow];
+    NSWindow* window = controller_.view.window;
+    [window makeKeyWindow];
+    // The window itself would not close by any key: it has no button for that.
+    if (window.firstResponder == window)
+        [window makeFirstResponder:controller_.screenView];
 }
 
 void AppKitPopover::performClose() {

@@ -80,10 +80,17 @@ bool isOwn(NSEvent* event) {
     const auto pressed = ^(NSEvent* event) {
       // Items that this program drags in the bar are pressed in other programs too.
       if (!isOwn(event))
-          [weakSelf performClose:nil];
+          [weakSelf closeForPress:event];
     };
     const auto mask = NSEventMaskLeftMouseDown | NSEventMaskRightMouseDown;
     _clickMonitor = [NSEvent addGlobalMonitorForEventsMatchingMask:mask handler:pressed];
+}
+
+// Where another program shows the status items, its own is pressed there as well, and acts after
+// this.
+- (void)closeForPress:(NSEvent*)event {
+    [self performClose:nil];
+    _closingClick = clickOf(event);
 }
 
 // A question that is being asked keeps what it was asked in: a click on it is one outside of here.

@@ -8,7 +8,7 @@
 
 /// Forwards what the updater asks and tells. All of its methods are optional to the updater: one
 /// with a wrong name would compile and never be called.
-@interface ORVUpdaterDelegate : NSObject <SPUStandardUserDriverDelegate>
+@interface ORVUpdaterDelegate : NSObject <SPUUpdaterDelegate, SPUStandardUserDriverDelegate>
 /// `delegate` lives as long as the updater calls this object.
 - (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate;
 @end
@@ -78,7 +78,7 @@ class SparkleUpdater : public Updater {
         isStarted_ = isConfigured();
         delegate_ = [[ORVUpdaterDelegate alloc] initWithDelegate:&delegate];
         controller_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:isStarted_
-                                                                    updaterDelegate:nil
+                                                                    updaterDelegate:delegate_
                                                                  userDriverDelegate:delegate_];
     }
     void checkForUpdates() override {

@@ -148,6 +148,12 @@ View scrolling(const View& root) {
 
 #pragma mark Keyboard
 
+// Without keyboard navigation no control takes the keyboard. Then this does in a popover, so that
+// what is pressed there comes by its controller; a window needs nobody for that.
+- (BOOL)acceptsFirstResponder {
+    return !_inWindow && !NSApp.fullKeyboardAccessEnabled;
+}
+
 // The order that the system finds by itself follows places, not the reading order.
 - (void)linkKeyViews {
     std::vector<NSView*> views;

@@ -6,7 +6,9 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@protocol SPUUpdaterDelegate;
+// All of it is optional, and none of it is used.
+@protocol SPUUpdaterDelegate <NSObject>
+@end
 
 @interface SUAppcastItem : NSObject
 @property (nonatomic, copy, readonly) NSString* displayVersionString;
