@@ -135,6 +135,21 @@ TEST_F(UpdateWindowTest, dismissingInsideAButtonIsSafe) {
     EXPECT_FALSE(window.hasFocus());
 }
 
+TEST_F(UpdateWindowTest, theProgramHasTheFocusWhileAnyOfItsWindowsIsActive) {
+    EXPECT_FALSE(window.hasFocus());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    EXPECT_TRUE(window.hasFocus());
+    other.hide();
+    drain();
+    EXPECT_FALSE(window.hasFocus());
+    present(updatePages::newest("1.0"));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
+    EXPECT_TRUE(window.hasFocus());
+}
+
 TEST_F(UpdateWindowTest, nothingOfAPageIsCutOff) {
     for (const auto& page :
          {updatePages::checking(), updatePages::newest("1.0"),
