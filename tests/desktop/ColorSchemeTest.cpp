@@ -1,5 +1,4 @@
-#include "NotchedDesktop.h"
-#include "WaitFor.h"
+#include "ProgramOnDesktop.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -25,49 +24,18 @@ std::uint32_t ground(const Image& picture) {
 }
 
 /// The program on a notched desktop, with an icon of its own.
-class ColorSchemeOnTheDesktop : public testing::Test {
+class ColorSchemeOnTheDesktop : public ProgramOnDesktop {
   protected:
-    void start(std::vector<std::string> arguments) {
-        arguments.insert(arguments.end(), {"--items", "battery,wifi,volume,mail", "--no-windows",
-                                           "--panel", "760,0,150,37"});
-        desktop_.emplace(arguments);
-        writeFile(desktop_->configFolder() + "/orrivane/orrivane.conf",
-                  "[General]\nOrrivaneShowStatusItem=true\nOrrivaneArrangeExpanded=true\n"
-                  "OrrivaneSqueezeShown=true\n");
-        program_.emplace(launch("program"));
+    void startIn(std::vector<std::string> look) {
+        look.insert(look.end(), fourItems.begin(), fourItems.end());
+        start(look, everythingOpen(true));
         ASSERT_TRUE(waitFor("the own icon is docked", [&] { return ownIcon().has_value(); }));
-    }
-    ChildProcess launch(const std::string& name) {
-        ChildProcess::Options options;
-        options.arguments = {ORRIVANE_E2E_PROGRAM};
-        options.environment = desktop_->environment();
-        options.logFile = folder_.path() + "/" + name + ".log";
-        return ChildProcess(std::move(options));
-    }
-    Observer& observer() { return desktop_->observer(); }
-
-    std::optional<WindowState> ownIcon() {
-        for (const auto& icon : desktop_->icons())
-            if (icon.isViewable() && observer().pidOf(icon.id) == program_->pid())
-                return icon;
-        return std::nullopt;
-    }
-    std::optional<WindowState> largeWindow() {
-        for (const auto& window : observer().tree())
-            if (window.isViewable() && window.area.width >= 560 && window.area.height >= 300 &&
-                observer().pidOf(window.id) == program_->pid())
-                return window;
-        return std::nullopt;
     }
     /// What the large window shows; absent while there is none, or nothing in it yet.
     std::optional<Image> picture() {
-        const auto window = largeWindow();
+        const auto window = windows().large(560, 300);
         auto image = window ? observer().imageOf(window->id) : std::nullopt;
         return image && image->colours() > 20 ? image : std::nullopt;
-    }
-    bool openWindow() {
-        auto second = launch("second");
-        return second.wait(std::chrono::seconds(10)) == (ExitStatus{0, {}});
     }
     testing::AssertionResult becomes(bool dark) {
         const auto result = waitFor(dark ? "the window is dark" : "the window is light", [&] {
@@ -84,21 +52,17 @@ class ColorSchemeOnTheDesktop : public testing::Test {
                          testing::UnitTest::GetInstance()->current_test_info()->name() + ".png",
                      observer().imageOfRoot());
     }
-
-    TempDirectory folder_;
-    std::optional<NotchedDesktop> desktop_;
-    std::optional<ChildProcess> program_;
 };
 
 TEST_F(ColorSchemeOnTheDesktop, theWindowIsDarkOnADarkDesktop) {
-    start({"--dark"});
-    ASSERT_TRUE(openWindow());
+    startIn({"--dark"});
+    ASSERT_EQ(launchAgain(), (ExitStatus{0, {}}));
     EXPECT_TRUE(becomes(true));
 }
 
 TEST_F(ColorSchemeOnTheDesktop, theWindowIsLightOnALightDesktop) {
-    start({});
-    ASSERT_TRUE(openWindow());
+    startIn({});
+    ASSERT_EQ(launchAgain(), (ExitStatus{0, {}}));
     ASSERT_TRUE(becomes(false));
     EXPECT_TRUE(staysTrue(
         "it stays light",
@@ -110,13 +74,13 @@ TEST_F(ColorSchemeOnTheDesktop, theWindowIsLightOnALightDesktop) {
 }
 
 TEST_F(ColorSchemeOnTheDesktop, thePopoverIsDarkOnADarkDesktop) {
-    start({"--dark"});
+    startIn({"--dark"});
     observer().click(ownIcon()->area.centre());
     EXPECT_TRUE(becomes(true));
 }
 
 TEST_F(ColorSchemeOnTheDesktop, thePopoverIsLightOnALightDesktop) {
-    start({});
+    startIn({});
     observer().click(ownIcon()->area.centre());
     EXPECT_TRUE(becomes(false));
 }

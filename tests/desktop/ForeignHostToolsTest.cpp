@@ -1,19 +1,12 @@
 #include "Desktop.h"
+#include "ProgramWindows.h"
 #include "WaitFor.h"
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 
 namespace orrivane::e2e {
 namespace {
-
-constexpr xcb_keysym_t tabKey = 0xff09; // keysymdef.h
-constexpr xcb_keysym_t leftKey = 0xff51;
-constexpr xcb_keysym_t shiftKey = 0xffe1;
-constexpr xcb_keysym_t rightKey = 0xff53;
-constexpr xcb_keysym_t controlKey = 0xffe3;
-constexpr xcb_keysym_t spaceKey = ' ';
 
 /// The program's window on somebody else's panel, worked with the keyboard; what the panel makes of
 /// it is seen by a second connection.
@@ -34,61 +27,34 @@ class ForeignHostTools : public testing::Test {
         auto& program = desktop_->startProgram();
         // A second start only opens the window of a first one that is up.
         desktop_->waitForStrip();
-        auto& second = desktop_->start({Desktop::programPath()}, desktop_->environment("orrivane"));
-        ASSERT_EQ(second.wait(std::chrono::seconds(10)), (ExitStatus{0, {}}));
-        ASSERT_TRUE(waitFor("its window opens", [&] { return window().has_value(); }))
-            << program.log();
-        window_ = waitForValue<WindowState>("the window has come to rest", [&] {
-            const auto before = window();
-            const bool rests = before && staysTrue(
-                                             "it rests", [&] { return window() == before; },
-                                             std::chrono::milliseconds(700));
-            return rests && observer().activeWindow() == before->id ? before : std::nullopt;
-        });
+        ASSERT_EQ(desktop_->launchAgain(), (ExitStatus{0, {}})) << program.log();
+        constexpr int least = 300; // pixels either way
+        window_ = windows().largeAtRest(least, least);
     }
     Observer& observer() { return desktop_->observer(); }
-    std::optional<WindowState> window() {
-        for (const auto& each : observer().tree())
-            if (each.isViewable() && each.area.width >= 300 && each.area.height >= 300 &&
-                observer().pidOf(each.id) == desktop_->program().pid())
-                return each;
-        return std::nullopt;
-    }
-    std::optional<WindowState> dialog() {
-        for (const auto& each : observer().tree())
-            if (each.isViewable() && each.type == "_NET_WM_WINDOW_TYPE_DIALOG" &&
-                each.id != window_.id && each.area.width > 150 &&
-                observer().pidOf(each.id) == desktop_->program().pid())
-                return each;
-        return std::nullopt;
-    }
-    void press(xcb_keysym_t key, int times = 1) {
-        for (int i = 0; i < times; ++i)
-            observer().tapKey(key);
-    }
+    ProgramWindows windows() { return {observer(), desktop_->program().pid()}; }
+    std::optional<WindowState> dialog() { return windows().dialogOver(window_.id); }
     void confirm() {
         const auto asked = waitForValue<WindowState>("a question", [&] {
             const auto found = dialog();
             return found && observer().activeWindow() == found->id ? found : std::nullopt;
         });
-        press(keyReturn);
+        observer().tapKey(keyReturn);
         EXPECT_TRUE(waitFor("it is answered", [&] { return !dialog(); }));
         EXPECT_TRUE(waitFor("the window has the keyboard again",
                             [&] { return observer().activeWindow() == window_.id; }));
     }
     /// Moves the slider ten places down and presses "Apply & Restart".
     void squeezeToSix() {
-        observer().key(shiftKey, true);
-        press(tabKey, 9);
-        observer().key(shiftKey, false);
-        press(leftKey, 10);
-        press(tabKey, 2);
-        press(spaceKey);
+        observer().tapKeyWith(keyShift, keyTab, 9);
+        observer().tapKey(keyLeft, 10);
+        observer().tapKey(keyTab, 2);
+        observer().tapKey(keySpace);
         confirm();
     }
     void reset() {
-        press(tabKey);
-        press(spaceKey);
+        observer().tapKey(keyTab);
+        observer().tapKey(keySpace);
         confirm();
     }
     /// Pixels from one icon to the next, the same for all; 0 while they are not.
@@ -188,10 +154,8 @@ TEST_F(XfcePanelTools, aTileTakenToTheRightEndTakesTheRealIconThere) {
         return;
 
     // Past the two switches and the list's own, to the leftmost tile.
-    press(tabKey, 3);
-    observer().key(controlKey, true);
-    press(rightKey, 2);
-    observer().key(controlKey, false);
+    observer().tapKey(keyTab, 3);
+    observer().tapKeyWith(keyControl, keyRight, 2);
     EXPECT_TRUE(waitFor("the panel has the new order", [&] { return order() == expected; }))
         << testing::PrintToString(order());
     EXPECT_EQ(observer().pointer(), pointer) << "the panel's list needs no drag";

@@ -1,5 +1,5 @@
-#include "NotchedDesktop.h"
-#include "WaitFor.h"
+#include "AccessibleProgram.h"
+#include "ProgramOnDesktop.h"
 
 #include <algorithm>
 #include <chrono>
@@ -14,27 +14,17 @@ namespace {
 using std::chrono::milliseconds;
 
 /// The program on the notched desktop, seen by a second connection.
-class NotchedHost : public testing::Test {
+class NotchedHost : public ProgramOnDesktop {
   protected:
     void start(std::vector<std::string> arguments, int scale = 1) {
         scale_ = scale;
         arguments.insert(arguments.end(), {"--scale", std::to_string(scale)});
-        desktop_.emplace(arguments);
-        store(true);
-        ChildProcess::Options options;
-        options.arguments = {ORRIVANE_E2E_PROGRAM};
-        options.environment = desktop_->environment();
-        options.environment["QT_SCALE_FACTOR"] = std::to_string(scale);
-        options.logFile = folder_.path() + "/orrivane.log";
-        program_.emplace(std::move(options));
+        ProgramOnDesktop::start(arguments, settings(true),
+                                {{"QT_SCALE_FACTOR", std::to_string(scale)}});
     }
-    void store(bool mirrorOnExternal) {
-        writeFile(
-            desktop_->configFolder() + "/orrivane/orrivane.conf",
-            std::string("[General]\nOrrivaneShowStatusItem=false\nOrrivaneMirrorOnExternal=") +
-                (mirrorOnExternal ? "true\n" : "false\n"));
+    static Settings settings(bool mirrorOnExternal) {
+        return {{"OrrivaneShowStatusItem", false}, {"OrrivaneMirrorOnExternal", mirrorOnExternal}};
     }
-    Observer& observer() { return desktop_->observer(); }
     PixelRect notch() { return observer().cutouts().at(0); }
 
     std::vector<WindowState> hidden() {
@@ -46,11 +36,10 @@ class NotchedHost : public testing::Test {
     }
     std::optional<WindowState> strip() {
         for (const auto& window : observer().topLevels())
-            if (window.isViewable() && window.overrideRedirect &&
+            if (windows().own(window) && window.overrideRedirect &&
                 window.type != "_NET_WM_WINDOW_TYPE_TOOLTIP" &&
                 window.area.height == notch().height &&
-                window.area.right() == notch().x - 6 * scale_ &&
-                observer().pidOf(window.id) == program_->pid())
+                window.area.right() == notch().x - 6 * scale_)
                 return window;
         return std::nullopt;
     }
@@ -76,6 +65,15 @@ class NotchedHost : public testing::Test {
     testing::AssertionResult waitUntilMirrored(std::size_t count) {
         return waitFor("as many icons are mirrored", [&] { return mirrored() == count; });
     }
+    /// Where the menus that the bar shows end, as the bar itself tells assistive programs.
+    int menusEnd() {
+        AccessibleProgram bar(desktop_->environment().at("DBUS_SESSION_BUS_ADDRESS"),
+                              desktop_->processesOf("ControlCenter").at(0));
+        int end = 0;
+        for (const auto& title : bar.ofRole("menu item"))
+            end = std::max(end, bar.tree().extents(title).right());
+        return end;
+    }
     /// Clicks a window of the application to bring it to the front.
     void bringToFront(const std::string& className) {
         const auto application = waitForValue<WindowState>("its window", [&] {
@@ -97,9 +95,6 @@ class NotchedHost : public testing::Test {
         xcb_flush(raw);
     }
 
-    TempDirectory folder_;
-    std::optional<NotchedDesktop> desktop_;
-    std::optional<ChildProcess> program_;
     int scale_ = 1;
 };
 
@@ -141,10 +136,8 @@ TEST_F(NotchedHost, aClickOnTheMirrorOpensTheItemsMenuAndItsChoiceIsMade) {
         return found;
     });
     EXPECT_GE(menu.area.y, notch().bottom() - 1);
-    constexpr xcb_keysym_t down = 0xff54; // keysymdef.h
-    constexpr xcb_keysym_t enter = 0xff0d;
-    observer().tapKey(down);
-    observer().tapKey(enter);
+    observer().tapKey(keyDown);
+    observer().tapKey(keyReturn);
     EXPECT_TRUE(waitFor("the choice is made", [&] { return !desktop_->choices().empty(); }));
     EXPECT_TRUE(desktop_->choices().starts_with(icons.back().instanceName + ": "))
         << desktop_->choices();
@@ -196,9 +189,9 @@ TEST_F(NotchedHost, aSecondScreenObeysTheSwitch) {
     arguments.insert(arguments.end(), {"--screens", "2"});
     start(arguments);
     ASSERT_TRUE(waitUntilAllAreMirrored());
-    store(false);
+    store(settings(false));
     EXPECT_TRUE(waitFor("the tray hides", [&] { return !strip(); }));
-    store(true);
+    store(settings(true));
     EXPECT_TRUE(waitUntilAllAreMirrored());
 }
 
@@ -209,12 +202,21 @@ TEST_F(NotchedHost, withoutItemsThereIsNoTray) {
 }
 
 TEST_F(NotchedHost, sixtyItemsAreMirroredAsFarAsThereIsRoom) {
-    start({"--items", many("wifi,volume,mail", 20), "--no-windows"});
+    start({"--items", many("wifi,volume,mail", 20), "--panel", "500,0,700,37", "--no-windows"});
     ASSERT_EQ(desktop_->icons().size(), 60U);
     ASSERT_TRUE(waitFor("icons are mirrored", [&] { return mirrored().value_or(0) > 0; }));
-    EXPECT_TRUE(staysTrue(
-        "the tray stays between the menus and the notch",
-        [&] { return !strip() || strip()->area.x > 0; }, milliseconds(2500)));
+    const int menus = menusEnd();
+    ASSERT_GT(menus, 0);
+    const int leftmost = menus + 10;
+    const auto leavesNoRoomForAnother = [&] {
+        const auto shown = strip();
+        const auto icons = hidden();
+        const auto count = mirrored().value_or(0);
+        return shown && count > 0 && count < icons.size() && shown->area.x >= leftmost &&
+               shown->area.x - icons[icons.size() - count - 1].area.width < leftmost;
+    };
+    EXPECT_TRUE(waitFor("the tray fills its room", leavesNoRoomForAnother));
+    EXPECT_TRUE(staysTrue("and stays so", leavesNoRoomForAnother, milliseconds(2500)));
 }
 
 TEST_F(NotchedHost, allItemsHiddenAreAllMirroredIfThereIsRoom) {

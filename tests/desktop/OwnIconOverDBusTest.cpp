@@ -1,5 +1,4 @@
-#include "NotchedDesktop.h"
-#include "WaitFor.h"
+#include "ProgramOnDesktop.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -70,18 +69,14 @@ class Watcher : public QDBusVirtualObject {
     QStringList items_;
 };
 
-TEST(OwnIconOverDBus, hasNoWindowIsNeverMirroredAndOpensThePopoverUnderThePointer) {
-    NotchedDesktop desktop({"--no-windows", "--panel", "16"});
-    Watcher watcher(desktop.environment().at("DBUS_SESSION_BUS_ADDRESS"));
+class OwnIconOverDBus : public ProgramOnDesktop {};
+
+TEST_F(OwnIconOverDBus, hasNoWindowIsNeverMirroredAndOpensThePopoverUnderThePointer) {
+    startDesktop({"--no-windows", "--panel", "16"});
+    Watcher watcher(desktop_->environment().at("DBUS_SESSION_BUS_ADDRESS"));
     ASSERT_TRUE(watcher.isReady());
-    const auto before = desktop.icons().size();
-    const TempDirectory folder;
-    ChildProcess::Options options;
-    options.arguments = {ORRIVANE_E2E_PROGRAM};
-    options.environment = desktop.environment();
-    options.logFile = folder.path() + "/program.log";
-    ChildProcess program(std::move(options));
-    auto& observer = desktop.observer();
+    const auto before = desktop_->icons().size();
+    startProgram();
     // The panel answers only while this process turns its loop.
     const auto comesTrue = [](const std::string& what, const std::function<bool()>& holds) {
         return waitFor(what, [&] {
@@ -89,39 +84,33 @@ TEST(OwnIconOverDBus, hasNoWindowIsNeverMirroredAndOpensThePopoverUnderThePointe
             return holds();
         });
     };
-    const auto owned = [&](const WindowState& each) {
-        return each.isViewable() && observer.pidOf(each.id) == program.pid();
-    };
-
     ASSERT_TRUE(comesTrue("it offers its icon", [&] { return !watcher.items().isEmpty(); }))
-        << program.log();
+        << program_->log();
     const auto strip = [&]() -> std::optional<WindowState> {
-        for (const auto& each : observer.topLevels())
-            if (owned(each) && each.overrideRedirect &&
-                each.area.right() == observer.cutouts().at(0).x - 6)
+        for (const auto& each : observer().topLevels())
+            if (windows().own(each) && each.overrideRedirect &&
+                each.area.right() == observer().cutouts().at(0).x - 6)
                 return each;
         return std::nullopt;
     };
     ASSERT_TRUE(comesTrue("the hidden icons are mirrored", [&] { return strip().has_value(); }));
     int hidden = 0;
-    for (const auto& icon : desktop.icons()) {
-        EXPECT_FALSE(owned(icon));
-        if (icon.area.x < observer.cutouts().at(0).right() &&
-            icon.area.right() > observer.cutouts().at(0).x)
+    for (const auto& icon : desktop_->icons()) {
+        EXPECT_FALSE(windows().own(icon));
+        if (icon.area.x < observer().cutouts().at(0).right() &&
+            icon.area.right() > observer().cutouts().at(0).x)
             hidden += icon.area.width;
     }
     EXPECT_EQ(strip()->area.width, hidden);
-    EXPECT_EQ(desktop.icons().size(), before);
+    EXPECT_EQ(desktop_->icons().size(), before);
 
-    const auto screen = observer.imageOfRoot();
+    const auto screen = observer().imageOfRoot();
     const PixelPoint place{screen.width - 40, 18};
-    observer.movePointer(place);
+    observer().movePointer(place);
     watcher.activate(watcher.items().front(), place.x, place.y);
     std::optional<WindowState> popover;
     ASSERT_TRUE(comesTrue("the popover opens", [&] {
-        for (const auto& each : observer.tree())
-            if (owned(each) && each.area.width > 300 && each.area.height > 300)
-                popover = each;
+        popover = windows().large(300, 300);
         return popover.has_value();
     }));
     EXPECT_GE(popover->area.x, 0);

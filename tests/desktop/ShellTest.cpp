@@ -46,13 +46,7 @@ class Shell : public testing::Test {
     }
     /// Another launch with these arguments; its exit status.
     int launchAgain(const std::vector<std::string>& arguments, const std::string& output = {}) {
-        ChildProcess::Options options;
-        options.arguments = {Desktop::programPath()};
-        options.arguments.insert(options.arguments.end(), arguments.begin(), arguments.end());
-        options.environment = desktop_->environment("orrivane");
-        options.logFile = output.empty() ? desktop_->directory() + "/second.log" : output;
-        ChildProcess second(std::move(options));
-        const auto status = second.wait(std::chrono::seconds(20));
+        const auto status = desktop_->launchAgain(arguments, output);
         return status ? status->code.value_or(-1) : -1;
     }
 
@@ -124,6 +118,31 @@ TEST_F(Shell, aSecondLaunchBringsTheWindowAndEnds) {
     EXPECT_TRUE(desktop_->program().isRunning());
 }
 
+TEST_F(Shell, aSecondLaunchBringsAWindowForwardThatLiesBehindAnother) {
+    run();
+    ASSERT_EQ(launchAgain({}), 0);
+    ASSERT_TRUE(appears());
+    const auto window = *largeWindow();
+    ASSERT_TRUE(
+        waitFor("it is active", [&] { return desktop_->observer().activeWindow() == window.id; }));
+    TestWindow other(desktop_->observer(), {.area = {0, 100, 1400, 800}, .name = "editor"});
+    other.map();
+    ASSERT_TRUE(waitFor("it is managed", [&] { return other.isManaged(); }));
+    desktop_->observer().click({20, 850});
+    const auto middle = window.area.centre();
+    ASSERT_TRUE(waitFor("it covers the window", [&] {
+        return desktop_->observer().activeWindow() != window.id &&
+               desktop_->observer().pidOf(desktop_->observer().leafAt(middle)) !=
+                   desktop_->program().pid();
+    }));
+    EXPECT_EQ(launchAgain({}), 0);
+    EXPECT_TRUE(waitFor("the window is in front and has the keyboard", [&] {
+        return desktop_->observer().activeWindow() == window.id &&
+               desktop_->observer().pidOf(desktop_->observer().leafAt(middle)) ==
+                   desktop_->program().pid();
+    }));
+}
+
 TEST_F(Shell, theWindowWithItsTitleBarStandsBelowTheTopOfTheFreeArea) {
     run();
     ASSERT_EQ(launchAgain({}), 0);
@@ -158,6 +177,11 @@ TEST_F(Shell, diagnosisWorksBesideARunningProgram) {
     EXPECT_EQ(launchAgain({"--diagnose", "--json"}, output), 0);
     const auto text = readFile(output);
     SCOPED_TRACE(text);
+    EXPECT_EQ(launchAgain({"--diagnose"}, output + ".txt"), 0);
+    EXPECT_NE(readFile(output + ".txt")
+                  .find("Running: yes, process " + std::to_string(desktop_->program().pid())),
+              std::string::npos)
+        << readFile(output + ".txt");
     const auto diagnosis = Json::parse(text);
     EXPECT_EQ(diagnosis["runningProcess"].number(), desktop_->program().pid());
     EXPECT_TRUE(diagnosis["ownWindows"]["isRunningElsewhere"].truth());
@@ -196,6 +220,13 @@ TEST_F(Shell, diagnosisWorksWithoutOne) {
     const auto output = desktop_->directory() + "/diagnosis.txt";
     EXPECT_EQ(launchAgain({"--diagnose"}, output), 0);
     EXPECT_NE(readFile(output).find("Running: no\n"), std::string::npos) << readFile(output);
+    EXPECT_EQ(launchAgain({"--diagnose", "--json"}, output + ".json"), 0);
+    const auto text = readFile(output + ".json");
+    SCOPED_TRACE(text);
+    const auto diagnosis = Json::parse(text);
+    EXPECT_TRUE(diagnosis["runningProcess"].isNull());
+    EXPECT_FALSE(diagnosis["ownWindows"]["isRunningElsewhere"].truth());
+    EXPECT_EQ(diagnosis["items"].list().size(), desktop_->foreignIcons().size());
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Guide.h"
 
+#include "Drag.h"
 #include "Screenshot.h"
 #include "WaitFor.h"
 
@@ -33,9 +34,7 @@ void Guide::start() {
         options.environment[name] = value;
     options.logFile = folder_.path() + "/orrivane.log";
     program_.emplace(std::move(options));
-    tree_.emplace(desktop_.environment().at("DBUS_SESSION_BUS_ADDRESS"));
-    waitFor("the program is on the accessibility bus",
-            [&] { return tree_->application(program_->pid()).has_value(); });
+    reading_.emplace(desktop_.environment().at("DBUS_SESSION_BUS_ADDRESS"), program_->pid());
 }
 
 int Guide::launchAgain(const std::vector<std::string>& arguments) {
@@ -57,10 +56,7 @@ e2e::ExitStatus Guide::waitForEnd() {
 }
 
 std::optional<e2e::WindowState> Guide::ownIcon() {
-    for (const auto& icon : desktop_.icons())
-        if (icon.isViewable() && observer().pidOf(icon.id) == program_->pid())
-            return icon;
-    return std::nullopt;
+    return windows().icon();
 }
 
 std::optional<e2e::WindowState> Guide::strip() {
@@ -74,11 +70,7 @@ std::optional<e2e::WindowState> Guide::strip() {
 }
 
 std::optional<e2e::WindowState> Guide::window() {
-    for (const auto& each : observer().tree())
-        if (each.isViewable() && each.area.width >= smallestWindow &&
-            each.area.height >= smallestWindow && observer().pidOf(each.id) == program_->pid())
-            return each;
-    return std::nullopt;
+    return windows().large(smallestWindow, smallestWindow);
 }
 
 std::size_t Guide::hidden() {
@@ -106,21 +98,8 @@ std::map<std::string, int> Guide::widths() {
     return result;
 }
 
-std::vector<e2e::AccessibleNode> Guide::shown() {
-    const auto application = tree_->application(program_->pid());
-    if (!application)
-        return {};
-    auto nodes = tree_->below(*application);
-    std::erase_if(
-        nodes, [&](const auto& each) { return !tree_->has(each, e2e::AccessibleTree::showing); });
-    return nodes;
-}
-
 std::optional<e2e::AccessibleNode> Guide::find(const std::string& role, const std::string& name) {
-    for (const auto& each : shown())
-        if (tree_->roleName(each) == role && tree_->name(each) == name)
-            return each;
-    return std::nullopt;
+    return reading_->find({role, name});
 }
 
 e2e::AccessibleNode Guide::control(const std::string& role, const std::string& name) {
@@ -129,43 +108,66 @@ e2e::AccessibleNode Guide::control(const std::string& role, const std::string& n
 }
 
 std::string Guide::text(const std::string& part) {
-    for (const auto& each : shown())
-        if (auto name = tree_->name(each); name.find(part) != std::string::npos)
+    for (const auto& each : reading_->shown())
+        if (auto name = tree().name(each); name.find(part) != std::string::npos)
             return name;
     return {};
 }
 
 std::vector<e2e::PixelRect> Guide::tiles() {
     std::vector<e2e::PixelRect> result;
-    for (const auto& each : shown())
-        if (tree_->roleName(each) == "list item")
-            result.push_back(tree_->extents(each));
+    for (const auto& each : reading_->ofRole("list item"))
+        result.push_back(place(each));
     return result;
 }
 
 bool Guide::isChecked(const std::string& name) {
     const auto node = find("check box", name);
-    return node && tree_->has(*node, e2e::AccessibleTree::checked);
+    return node && tree().has(*node, e2e::AccessibleTree::checked);
+}
+
+e2e::PixelRect Guide::placeAtRest(const e2e::AccessibleNode& node) {
+    constexpr std::chrono::milliseconds rest{200};
+    return e2e::waitForValue<e2e::PixelRect>("a control comes to rest", [&] {
+        const auto before = place(node);
+        const bool rests =
+            bool(e2e::staysTrue("it rests", [&] { return place(node) == before; }, rest));
+        return rests ? std::optional(before) : std::nullopt;
+    });
 }
 
 void Guide::click(const std::string& role, const std::string& name) {
     const auto node = control(role, name);
+    const auto found = placeAtRest(node).centre();
     // Dialogs stand in windows of their own, which need no scrolling.
     const auto large = window();
-    if (large && large->area.contains(tree_->extents(node).centre())) {
-        clickAt(tree_->extents(node).centre());
+    if (large && large->area.contains(found)) {
+        clickAt(found);
         return;
     }
+    const auto isWithin = [&](const e2e::PixelRect& rect) {
+        const auto centre = rect.centre();
+        return centre.y > large->area.y + 40 && centre.y < large->area.bottom() - 10;
+    };
+    // The window answers the wheel late, and may then have gone too far.
     for (int turns = 0; large && turns < 60; ++turns) {
-        const auto centre = tree_->extents(node).centre();
-        const bool isWithin = centre.y > large->area.y + 40 && centre.y < large->area.bottom() - 10;
-        if (isWithin)
+        const auto now = place(node);
+        if (isWithin(now) && isWithin(placeAtRest(node)))
             break;
         observer().click(large->area.centre(),
-                         centre.y < large->area.centre().y ? wheelUp : wheelDown);
+                         now.centre().y < large->area.centre().y ? wheelUp : wheelDown);
         e2e::pollPause();
     }
-    clickAt(tree_->extents(node).centre());
+    clickAt(placeAtRest(node).centre());
+}
+
+void Guide::clickInto(const std::string& role, const std::string& name) {
+    click(role, name);
+    // The window manager holds the click back for a moment, and keys overtake it.
+    waitFor("the " + role + " \"" + name + "\" has the keyboard", [&] {
+        const auto node = find(role, name);
+        return node && tree().has(*node, e2e::AccessibleTree::focused);
+    });
 }
 
 void Guide::clickAt(const e2e::PixelPoint& place) {
@@ -187,20 +189,8 @@ void Guide::workElsewhere() {
 }
 
 void Guide::drag(const e2e::PixelPoint& from, const e2e::PixelPoint& to) {
-    observer().movePointer(from);
-    observer().button(1, true);
-    // Slowly, as a hand: the toolkit looks at the pointer now and then only.
-    constexpr int steps = 12;
-    constexpr int rests = 3;
-    constexpr std::chrono::milliseconds pause{40};
-    const auto dragging = [] { return true; };
-    for (int step = 1; step <= steps + rests; ++step) {
-        const int part = std::min(step, steps);
-        observer().movePointer(
-            {from.x + (to.x - from.x) * part / steps, from.y + (to.y - from.y) * part / steps});
-        static_cast<void>(e2e::staysTrue("it is dragged", dragging, pause));
-    }
-    observer().button(1, false);
+    if (const auto result = e2e::dragByHand(observer(), program_->pid(), from, to); !result)
+        throw std::runtime_error(result.message());
 }
 
 void Guide::waitFor(const std::string& what, const std::function<bool()>& holds) {

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "AccessibleTree.h"
+#include "AccessibleProgram.h"
 #include "NotchedDesktop.h"
+#include "ProgramWindows.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -24,8 +26,8 @@ class Guide {
 
     explicit Guide(Options options);
 
-    /// Another launch; its exit status.
     void start();
+    /// Another launch; its exit status.
     int launchAgain(const std::vector<std::string>& arguments = {});
     /// Waits for the program's own end.
     e2e::ExitStatus waitForEnd();
@@ -58,24 +60,29 @@ class Guide {
     bool isChecked(const std::string& name);
     /// Moves the pointer there and clicks; scrolls the window until it can be seen.
     void click(const std::string& role, const std::string& name);
+    /// The same, and waits until keys go there.
+    void clickInto(const std::string& role, const std::string& name);
     void clickAt(const e2e::PixelPoint& place);
     /// Gives the keyboard to another application.
     void workElsewhere();
     void drag(const e2e::PixelPoint& from, const e2e::PixelPoint& to);
-    e2e::PixelRect place(const e2e::AccessibleNode& node) { return tree_->extents(node); }
 
     void waitFor(const std::string& what, const std::function<bool()>& holds);
     /// Waits until the windows of the program rest, then takes a picture of the screen.
     void picture(const std::string& name);
 
   private:
-    std::vector<e2e::AccessibleNode> shown();
+    e2e::ProgramWindows windows() { return {observer(), program_->pid()}; }
+    e2e::PixelRect place(const e2e::AccessibleNode& node) { return tree().extents(node); }
+    /// Where the control is once the window has stopped changing around it.
+    e2e::PixelRect placeAtRest(const e2e::AccessibleNode& node);
+    e2e::AccessibleTree& tree() { return reading_->tree(); }
 
     Options options_;
     e2e::TempDirectory folder_;
     e2e::NotchedDesktop desktop_;
     std::optional<e2e::ChildProcess> program_;
-    std::optional<e2e::AccessibleTree> tree_;
+    std::optional<e2e::AccessibleProgram> reading_;
     int launches_ = 0;
 };
 

@@ -4,7 +4,6 @@
 
 #include <tests/linux/updater/support/TestReleases.h>
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <iostream>
@@ -14,16 +13,8 @@ namespace orrivane::tour {
 
 namespace {
 
-constexpr xcb_keysym_t leftKey = 0xff51; // keysymdef.h
-constexpr const char* packageName = "orrivane_9.0_amd64.deb";
 constexpr const char* mirrorSwitch = "Show hidden icons beside the notch";
 constexpr const char* iconSwitch = "Menu bar icon";
-constexpr const char* checkButton = "Check for Updates…";
-constexpr const char* updateButton = "Update to 9.0…";
-
-[[noreturn]] void fail(const std::string& sentence) {
-    throw std::runtime_error(sentence);
-}
 
 } // namespace
 
@@ -83,6 +74,10 @@ bool Tour::go(const std::atomic<bool>& interrupted) {
     }
     guide_.reset();
     return false;
+}
+
+void Tour::fail(const std::string& sentence) {
+    throw std::runtime_error(sentence);
 }
 
 void Tour::arrive(const std::vector<std::string>& desktop) {
@@ -147,46 +142,6 @@ std::string Tour::openTheWindow() {
     return "the button in the popover brought the window, and the popover closed";
 }
 
-std::string Tour::findAnUpdate() {
-    const auto before = guide_->observer().imageOf(guide_->ownIcon().value().id).value();
-    guide_->click("check box", "Check automatically");
-    guide_->waitFor("the daily checks are on",
-                    [&] { return guide_->isChecked("Check automatically"); });
-    guide_->workElsewhere();
-    guide_->waitFor("the icon has a badge", [&] {
-        const auto icon = guide_->ownIcon();
-        const auto now = icon ? guide_->observer().imageOf(icon->id) : std::optional<e2e::Image>();
-        return now && now->pixels != before.pixels;
-    });
-    guide_->waitFor("the window tells the version", [&] { return guide_->shows("9.0"); });
-    picture("badge");
-    return "allowed daily checks; an update was found without a window, the icon has a badge";
-}
-
-std::string Tour::lookAtTheUpdate() {
-    guide_->click("push button", updateButton);
-    guide_->control("push button", "Install Update");
-    guide_->waitFor("what is new shows",
-                    [&] { return guide_->shows("A new version of Orrivane"); });
-    picture("update");
-    guide_->click("push button", "Remind Me Later");
-    guide_->waitFor("the question is gone",
-                    [&] { return !guide_->find("push button", "Install Update"); });
-    return "asked for it; the offer says what is new, and \"Remind Me Later\" closed it";
-}
-
-std::string Tour::takeTheUpdate() {
-    guide_->click("push button", checkButton);
-    guide_->click("push button", "Install Update");
-    guide_->control("push button", "OK");
-    picture("update-verified");
-    const auto path = home_.path() + "/cache/orrivane/updates/" + packageName;
-    if (e2e::readFile(path) != package_)
-        fail("the package is not where it should be");
-    guide_->click("push button", "OK");
-    return "installed it; the file was verified and handed over, nothing was run";
-}
-
 std::string Tour::hideTheOwnIcon() {
     arrive({"--panel", "16"});
     guide_->workElsewhere();
@@ -225,82 +180,6 @@ std::string Tour::turnEverySwitch() {
     turn(iconSwitch, [&] { return !guide_->ownIcon(); });
     guide_->waitFor("the icon is back", [&] { return guide_->ownIcon().has_value(); });
     return "turned every switch; each took effect and was turned back";
-}
-
-std::string Tour::moveATile() {
-    guide_->click("push button", "Show icon list");
-    const auto before = guide_->order();
-    guide_->waitFor("the tiles show", [&] { return guide_->tiles().size() == before.size(); });
-    picture("arrange");
-    // From the middle, where tiles are visible and not hidden by the notch, two places to the left.
-    const auto tiles = guide_->tiles();
-    const auto moved = tiles.size() / 2 + 2;
-    const auto target = tiles[moved - 2];
-    guide_->drag(tiles[moved].centre(), {target.x + 2, target.centre().y});
-    auto expected = before;
-    const auto from = expected.begin() + static_cast<std::ptrdiff_t>(moved);
-    std::rotate(from - 2, from, from + 1);
-    guide_->waitFor("the bar has the new order", [&] { return guide_->order() == expected; });
-    picture("arranged");
-    guide_->click("push button", "Hide icon list");
-    return "dragged the tile of \"" + before[moved] +
-           "\" two places to the left; the real item moved with it";
-}
-
-void Tour::answer(const std::string& button) {
-    guide_->click("push button", button);
-    guide_->waitFor("the question is gone", [&] { return !guide_->find("push button", "Cancel"); });
-}
-
-std::string Tour::squeeze() {
-    guide_->click("check box", "Tighten macOS icon spacing");
-    const auto slider = guide_->control("slider", "Spacing");
-    widths_ = guide_->widths();
-    guide_->clickAt(guide_->place(slider).centre());
-    for (int step = 0; step < 12; ++step)
-        guide_->observer().tapKey(leftKey);
-    guide_->waitFor("the preview follows", [&] { return guide_->shows("At spacing 4"); });
-    const auto prediction = guide_->text("→ ");
-    picture("squeeze");
-    guide_->click("push button", "Apply & Restart Menu Bar");
-    guide_->control("push button", "Cancel");
-    picture("squeeze-question");
-    answer("Apply & Restart");
-    guide_->waitFor("the bar is tighter", [&] {
-        const auto now = guide_->widths();
-        return now.size() == widths_.size() && std::ranges::all_of(now, [&](const auto& each) {
-                   const auto was = widths_.find(each.first);
-                   return was != widths_.end() && each.second == was->second - 12;
-               });
-    });
-    if (guide_->hidden() >= hidden_ + 1)
-        fail("more icons are hidden than before");
-    const auto now = guide_->hidden();
-    guide_->waitFor("the window tells it", [&] { return guide_->shows("Applied: 4"); });
-    picture("squeezed");
-    return "squeezed the bar; every item is 12 points narrower, " + std::to_string(now) +
-           " icons are hidden instead of " + std::to_string(hidden_) + "; the preview had said \"" +
-           prediction + "\"";
-}
-
-std::string Tour::resetBothWays() {
-    const auto file = guide_->desktop().configFolder() + "/orrivane/menu-bar.conf";
-    const auto stored = [&] {
-        return e2e::readFile(file).find("NSStatusItemSpacing") != std::string::npos;
-    };
-    guide_->click("push button", "Reset to Default");
-    guide_->control("push button", "Cancel");
-    picture("reset-question");
-    answer("Reset Without Restart");
-    guide_->waitFor("the preference is gone", [&] { return !stored(); });
-    if (guide_->widths() == widths_)
-        fail("the bar changed without a restart");
-    guide_->click("push button", "Reset to Default");
-    guide_->control("push button", "Cancel");
-    answer("Reset & Restart Menu Bar");
-    guide_->waitFor("the bar is as it was", [&] { return guide_->widths() == widths_; });
-    picture("reset");
-    return "reset the spacing without a restart, then with one; the bar is as it was";
 }
 
 std::string Tour::quit() {

@@ -43,10 +43,13 @@ class Tour {
     std::string resetBothWays();
     std::string quit();
 
+    [[noreturn]] static void fail(const std::string& sentence);
     void arrive(const std::vector<std::string>& desktop);
     void turn(const std::string& name, const std::function<bool()>& took);
     void answer(const std::string& button);
     void picture(const std::string& name);
+
+    static constexpr const char* packageName = "orrivane_9.0_amd64.deb";
 
     Options options_;
     e2e::TempDirectory home_;

@@ -43,9 +43,8 @@ void printWindows(Observer& observer) try {
 Desktop::Desktop(const Options& options)
     : options_(options) {
     adoptOrphans();
-    if (options_.trayRight == 0) {
+    if (options_.trayRight == 0)
         options_.trayRight = options_.server.width / 2 + 120;
-    }
     try {
         bringUp();
     } catch (...) {
@@ -64,18 +63,15 @@ void Desktop::bringUp() {
     bus_.emplace(
         graphicalEnvironment(server_->display(), directory() + "/host", directory() + "/run"),
         directory() + "/run");
-    if (options_.windowManager) {
+    if (options_.windowManager)
         startWindowManager();
-    }
-    if (!options_.host.empty()) {
+    if (!options_.host.empty())
         startHost(options_.host);
-    }
 }
 
 Desktop::~Desktop() {
-    if (testing::Test::HasFailure() || std::uncaught_exceptions() > 0) {
+    if (testing::Test::HasFailure() || std::uncaught_exceptions() > 0)
         report();
-    }
     program_.reset();
     clients_.clear();
     others_.clear();
@@ -88,19 +84,15 @@ Desktop::~Desktop() {
 }
 
 void Desktop::report() {
-    for (const auto& entry : std::filesystem::directory_iterator(directory())) {
-        if (entry.path().extension() == ".log") {
+    for (const auto& entry : std::filesystem::directory_iterator(directory()))
+        if (entry.path().extension() == ".log")
             printLog(entry.path().filename().string(), readFile(entry.path().string()));
-        }
-    }
-    if (observer_) {
+    if (observer_)
         printWindows(*observer_);
-    }
     const char* artifacts = std::getenv("ORRIVANE_E2E_ARTIFACTS");
     const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-    if (artifacts == nullptr || test == nullptr || !observer_) {
+    if (artifacts == nullptr || test == nullptr || !observer_)
         return;
-    }
     std::string name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
     std::replace(name.begin(), name.end(), '/', '_');
     try {
@@ -148,9 +140,8 @@ void Desktop::startWindowManager() {
         probe.map();
         return probe.isManaged();
     });
-    if (!ready) {
+    if (!ready)
         throw std::runtime_error(ready.message() + windowManager_->log());
-    }
 }
 
 void Desktop::startHost(const std::string& name) {
@@ -160,9 +151,8 @@ void Desktop::startHost(const std::string& name) {
     const auto ready = waitFor("the tray of " + name + " is there", [&] {
         return observer_->trayOwner() != XCB_NONE && observer_->dockOf().has_value();
     });
-    if (!ready) {
+    if (!ready)
         throw std::runtime_error(ready.message() + host_->log());
-    }
 }
 
 void Desktop::stopHost() {
@@ -184,22 +174,18 @@ DockedClient& Desktop::startClient(const std::string& name, BusAccess access) {
         access = wouldLeave ? BusAccess::none : BusAccess::session;
     }
     Environment surroundings = environment(name + std::to_string(logCount_));
-    if (access == BusAccess::none) {
+    if (access == BusAccess::none)
         setSessionBus(surroundings, "");
-    }
     ChildProcess process = kind.start(surroundings, logFor(name));
     xcb_window_t icon = XCB_NONE;
     const auto docked = waitFor("the icon of " + name + " docks", [&] {
-        for (const WindowState& state : observer_->trayIcons()) {
-            if (state.isViewable() && observer_->pidOf(state.id) == process.pid()) {
+        for (const WindowState& state : observer_->trayIcons())
+            if (state.isViewable() && observer_->pidOf(state.id) == process.pid())
                 icon = state.id;
-            }
-        }
         return icon != XCB_NONE;
     });
-    if (!docked) {
+    if (!docked)
         throw std::runtime_error(docked.message() + ("\n" + process.log()));
-    }
     clients_.push_back({&kind, std::move(process), icon});
     settledIcons();
     return clients_.back();
@@ -207,18 +193,14 @@ DockedClient& Desktop::startClient(const std::string& name, BusAccess access) {
 
 std::string missingPrograms(const std::vector<std::string>& programs) {
     std::string missing;
-    for (const std::string& program : programs) {
-        if (!isInstalled(program)) {
+    for (const std::string& program : programs)
+        if (!isInstalled(program))
             missing += " " + program;
-        }
-    }
-    if (missing.empty()) {
+    if (missing.empty())
         return {};
-    }
     const std::string sentence = "not installed:" + missing;
-    if (std::getenv("ORRIVANE_REQUIRE_DESKTOP") != nullptr) {
+    if (std::getenv("ORRIVANE_REQUIRE_DESKTOP") != nullptr)
         throw std::runtime_error(sentence);
-    }
     return sentence;
 }
 

@@ -94,6 +94,9 @@ class Desktop {
     ChildProcess& startProgram(const std::vector<std::string>& arguments = {},
                                const Environment& extra = {});
     ChildProcess& program() { return *program_; }
+    /// Another launch beside it, with its output in a file; absent when that does not end.
+    std::optional<ExitStatus> launchAgain(const std::vector<std::string>& arguments = {},
+                                          const std::string& output = {});
     /// All top levels of the program's processes.
     std::vector<WindowState> programWindows();
     /// Its override-redirect window shown inside the cutout's band.

@@ -30,9 +30,8 @@ std::vector<WindowState> Desktop::settledIcons() {
         }
         return Clock::now() - since >= rest;
     });
-    if (!settled) {
+    if (!settled)
         throw std::runtime_error(settled.message());
-    }
     return icons;
 }
 
@@ -45,9 +44,8 @@ std::vector<WindowState> Desktop::popupsOf(xcb_window_t window) {
 
 WindowState Desktop::openMenu(const DockedClient& client, std::uint8_t button) {
     const auto icon = observer_->window(client.icon);
-    if (!icon) {
+    if (!icon)
         throw std::runtime_error("the icon of " + client.kind->name + " is gone");
-    }
     observer_->click(icon->area.centre(), button == 0 ? client.kind->menuButton : button);
     return waitForValue<WindowState>("the menu of " + client.kind->name + " opens", [&] {
         const std::vector<WindowState> popups = popupsOf(client.icon);
@@ -69,9 +67,8 @@ void Desktop::closeMenu(const WindowState& menu) {
         }
         return !open;
     });
-    if (!closed) {
+    if (!closed)
         throw std::runtime_error(closed.message());
-    }
 }
 
 PixelRect Desktop::setCutout(int left, int right) {
@@ -86,9 +83,8 @@ PixelRect Desktop::cutOutIcons(std::size_t first, std::size_t last) {
 }
 
 std::string Desktop::programPath() {
-    if (const char* path = std::getenv("ORRIVANE_PROGRAM"); path != nullptr && *path != '\0') {
+    if (const char* path = std::getenv("ORRIVANE_PROGRAM"); path != nullptr && *path != '\0')
         return path;
-    }
 #ifdef ORRIVANE_PROGRAM
     return ORRIVANE_PROGRAM;
 #else
@@ -103,9 +99,8 @@ void Desktop::setDefault(const std::string& key, bool value) {
 
 void Desktop::writeDefaults() {
     std::string text = "[General]\n";
-    for (const auto& [name, stored] : defaults_) {
+    for (const auto& [name, stored] : defaults_)
         text += name + (stored ? "=true\n" : "=false\n");
-    }
     writeFile(environment("orrivane").at("XDG_CONFIG_HOME") + "/orrivane/orrivane.conf", text);
 }
 
@@ -116,14 +111,23 @@ ChildProcess& Desktop::startProgram(const std::vector<std::string>& arguments,
     child.arguments = {programPath()};
     child.arguments.insert(child.arguments.end(), arguments.begin(), arguments.end());
     child.environment = environment("orrivane");
-    for (const auto& [name, value] : extra) {
+    for (const auto& [name, value] : extra)
         child.environment[name] = value;
-    }
     child.logFile = logFor("orrivane");
     child.workingDirectory = programHome();
     program_.reset();
     program_.emplace(std::move(child));
     return *program_;
+}
+
+std::optional<ExitStatus> Desktop::launchAgain(const std::vector<std::string>& arguments,
+                                               const std::string& output) {
+    ChildProcess::Options child;
+    child.arguments = {programPath()};
+    child.arguments.insert(child.arguments.end(), arguments.begin(), arguments.end());
+    child.environment = environment("orrivane");
+    child.logFile = output.empty() ? logFor("second") : output;
+    return ChildProcess(std::move(child)).wait(2 * defaultBound);
 }
 
 std::vector<WindowState> Desktop::programWindows() {

@@ -34,14 +34,12 @@ std::map<pid_t, pid_t> parents() {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator("/proc", error)) {
         const std::string name = entry.path().filename();
-        if (name.find_first_not_of("0123456789") != std::string::npos) {
+        if (name.find_first_not_of("0123456789") != std::string::npos)
             continue;
-        }
         const std::string stat = readFile(entry.path() / "stat");
         const auto end = stat.rfind(')');
-        if (end != std::string::npos && end + 4 < stat.size()) {
+        if (end != std::string::npos && end + 4 < stat.size())
             result[std::atoi(name.c_str())] = std::atoi(stat.c_str() + end + 4);
-        }
     }
     return result;
 }
@@ -53,9 +51,8 @@ std::vector<pid_t> descendants(pid_t ancestor) {
     std::set<pid_t> found{ancestor};
     for (bool grew = true; grew;) {
         grew = false;
-        for (const auto& [process, parent] : all) {
+        for (const auto& [process, parent] : all)
             grew = (found.contains(parent) && found.insert(process).second) || grew;
-        }
     }
     found.erase(ancestor);
     return {found.begin(), found.end()};
@@ -88,9 +85,8 @@ NotchedDesktop::NotchedDesktop(const std::vector<std::string>& arguments) {
         std::chrono::seconds(30)));
     const std::string log = session_->log();
     const auto start = log.find("ready display=");
-    if (!settled || start == std::string::npos) {
+    if (!settled || start == std::string::npos)
         throw std::runtime_error("the notched desktop is not ready: " + log);
-    }
     std::istringstream(log.substr(start + 14)) >> display_;
     observer_.emplace(display_);
 }
@@ -106,9 +102,8 @@ std::vector<pid_t> NotchedDesktop::processesOf(const std::string& program) {
         std::error_code error;
         const auto file =
             std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error);
-        if (!error && file.filename() == program) {
+        if (!error && file.filename() == program)
             result.push_back(process);
-        }
     }
     return result;
 }
@@ -116,26 +111,22 @@ std::vector<pid_t> NotchedDesktop::processesOf(const std::string& program) {
 Environment NotchedDesktop::environment() {
     const auto bars = processesOf("ControlCenter");
     Environment result;
-    if (bars.empty()) {
+    if (bars.empty())
         return result;
-    }
     const std::string words = readFile("/proc/" + std::to_string(bars.front()) + "/environ");
     std::istringstream stream(words);
     for (std::string word; std::getline(stream, word, '\0');) {
         const auto sign = word.find('=');
-        if (sign != std::string::npos) {
+        if (sign != std::string::npos)
             result[word.substr(0, sign)] = word.substr(sign + 1);
-        }
     }
     return result;
 }
 
 std::optional<WindowState> NotchedDesktop::icon(const std::string& instanceName) {
-    for (const auto& each : icons()) {
-        if (each.instanceName == instanceName) {
+    for (const auto& each : icons())
+        if (each.instanceName == instanceName)
             return each;
-        }
-    }
     return std::nullopt;
 }
 

@@ -10,9 +10,8 @@ namespace {
 
 xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
     xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    for (; number > 0 && screens.rem > 0; --number) {
+    for (; number > 0 && screens.rem > 0; --number)
         xcb_screen_next(&screens);
-    }
     return screens.data;
 }
 
@@ -45,31 +44,27 @@ PixelRect Observer::rootArea() const {
     // Asked anew: the size in the connection's setup is that of the moment of connecting.
     const auto geometry =
         wire_->reply(xcb_get_geometry_reply, xcb_get_geometry(wire_->connection, root()));
-    if (!geometry) {
+    if (!geometry)
         throw std::runtime_error("the root window has no geometry");
-    }
     return {0, 0, geometry->width, geometry->height};
 }
 
 xcb_atom_t Observer::atom(const std::string& name) {
-    if (const auto known = wire_->atoms.find(name); known != wire_->atoms.end()) {
+    if (const auto known = wire_->atoms.find(name); known != wire_->atoms.end())
         return known->second;
-    }
     const auto reply =
         wire_->reply(xcb_intern_atom_reply,
                      xcb_intern_atom(wire_->connection, 0, static_cast<std::uint16_t>(name.size()),
                                      name.c_str()));
-    if (!reply) {
+    if (!reply)
         throw std::runtime_error("no atom " + name);
-    }
     return wire_->atoms[name] = reply->atom;
 }
 
 std::string Observer::Wire::atomName(xcb_atom_t atom) {
     const auto answer = reply(xcb_get_atom_name_reply, xcb_get_atom_name(connection, atom));
-    if (!answer) {
+    if (!answer)
         return {};
-    }
     return {xcb_get_atom_name_name(answer.get()),
             static_cast<std::size_t>(xcb_get_atom_name_name_length(answer.get()))};
 }
@@ -94,22 +89,19 @@ bool Observer::sameClient(xcb_window_t a, xcb_window_t b) const {
 }
 
 std::optional<pid_t> Observer::pidOf(xcb_window_t id) {
-    if (!hasExtension("X-Resource")) {
+    if (!hasExtension("X-Resource"))
         throw std::runtime_error("the server lacks the X-Resource extension");
-    }
     // The server answers the other requests only after the version was agreed on.
     wire_->reply(xcb_res_query_version_reply, xcb_res_query_version(wire_->connection, 1, 2));
     const xcb_res_client_id_spec_t spec{id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = wire_->reply(xcb_res_query_client_ids_reply,
                                     xcb_res_query_client_ids(wire_->connection, 1, &spec));
-    if (!reply) {
+    if (!reply)
         return std::nullopt;
-    }
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
          xcb_res_client_id_value_next(&ids)) {
-        if (xcb_res_client_id_value_value_length(ids.data) >= 1) {
+        if (xcb_res_client_id_value_value_length(ids.data) >= 1)
             return static_cast<pid_t>(*xcb_res_client_id_value_value(ids.data));
-        }
     }
     return std::nullopt;
 }
@@ -117,9 +109,8 @@ std::optional<pid_t> Observer::pidOf(xcb_window_t id) {
 std::optional<Observer::Cardinals> Observer::cardinals(xcb_window_t id,
                                                        const std::string& property) {
     const auto reply = wire_->property(id, atom(property));
-    if (!reply || reply->type == XCB_NONE || reply->format != 32) {
+    if (!reply || reply->type == XCB_NONE || reply->format != 32)
         return std::nullopt;
-    }
     const auto* values = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
     return Cardinals(values, values + reply->value_len);
 }
@@ -149,23 +140,19 @@ std::vector<PixelRect> Observer::cutouts() {
 
 void Observer::setCutouts(const std::vector<PixelRect>& cutouts) {
     Cardinals values;
-    for (const PixelRect& cutout : cutouts) {
-        for (int value : {cutout.x, cutout.y, cutout.width, cutout.height}) {
+    for (const PixelRect& cutout : cutouts)
+        for (int value : {cutout.x, cutout.y, cutout.width, cutout.height})
             values.push_back(static_cast<std::uint32_t>(value));
-        }
-    }
-    if (values.empty()) {
+    if (values.empty())
         deleteProperty(root(), "_ORRIVANE_DISPLAY_CUTOUT");
-    } else {
+    else
         setCardinals(root(), "_ORRIVANE_DISPLAY_CUTOUT", values);
-    }
 }
 
 std::optional<xcb_window_t> Observer::activeWindow() {
     const auto reply = wire_->property(root(), atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW);
-    if (!reply || reply->format != 32 || reply->value_len == 0) {
+    if (!reply || reply->format != 32 || reply->value_len == 0)
         return std::nullopt;
-    }
     const auto window = *static_cast<const xcb_window_t*>(xcb_get_property_value(reply.get()));
     return window == XCB_NONE ? std::nullopt : std::optional(window);
 }

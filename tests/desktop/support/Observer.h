@@ -85,7 +85,9 @@ class Observer {
     void button(std::uint8_t number, bool down);
     void click(const PixelPoint& place, std::uint8_t number = 1);
     void key(xcb_keysym_t symbol, bool down);
-    void tapKey(xcb_keysym_t symbol);
+    void tapKey(xcb_keysym_t symbol, int times = 1);
+    /// The same while `modifier` is held.
+    void tapKeyWith(xcb_keysym_t modifier, xcb_keysym_t symbol, int times = 1);
 
     // Root properties
     using Cardinals = std::vector<std::uint32_t>;
@@ -112,9 +114,16 @@ class Observer {
 };
 
 /// X keysyms the tests need, as the protocol's appendix numbers them.
-inline constexpr xcb_keysym_t keyEscape = 0xff1b;
+inline constexpr xcb_keysym_t keySpace = ' ';
+inline constexpr xcb_keysym_t keyTab = 0xff09;
 inline constexpr xcb_keysym_t keyReturn = 0xff0d;
+inline constexpr xcb_keysym_t keyEscape = 0xff1b;
+inline constexpr xcb_keysym_t keyLeft = 0xff51;
+inline constexpr xcb_keysym_t keyRight = 0xff53;
 inline constexpr xcb_keysym_t keyDown = 0xff54;
+inline constexpr xcb_keysym_t keyShift = 0xffe1;
+inline constexpr xcb_keysym_t keyControl = 0xffe3;
+inline constexpr xcb_keysym_t keyAlt = 0xffe9;
 inline constexpr xcb_keysym_t keySuper = 0xffeb;
 
 } // namespace orrivane::e2e

@@ -11,11 +11,9 @@ Image decodeImage(const xcb_get_image_reply_t* reply, const PixelRect& area) {
     const auto* pixels = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(reply));
     const auto count = static_cast<std::size_t>(xcb_get_image_data_length(reply)) / 4;
     Image image{area.width, area.height, {pixels, pixels + count}};
-    if (reply->depth != 32) {
-        for (std::uint32_t& pixel : image.pixels) {
+    if (reply->depth != 32)
+        for (std::uint32_t& pixel : image.pixels)
             pixel |= 0xff000000u;
-        }
-    }
     return image;
 }
 
@@ -23,9 +21,8 @@ Image decodeImage(const xcb_get_image_reply_t* reply, const PixelRect& area) {
 
 std::optional<Image> Observer::imageOf(xcb_window_t id) {
     const auto state = window(id);
-    if (!state) {
+    if (!state)
         return std::nullopt;
-    }
     const auto reply = wire_->reply(
         xcb_get_image_reply, xcb_get_image(wire_->connection, XCB_IMAGE_FORMAT_Z_PIXMAP, id, 0, 0,
                                            static_cast<std::uint16_t>(state->area.width),
@@ -46,26 +43,23 @@ Image Observer::imageOfRoot(const PixelRect& area) {
                                                   static_cast<std::int16_t>(part.y),
                                                   static_cast<std::uint16_t>(part.width),
                                                   static_cast<std::uint16_t>(part.height), ~0u));
-    if (!reply) {
+    if (!reply)
         throw std::runtime_error("no image of the root window");
-    }
     return decodeImage(reply.get(), part);
 }
 
 PixelPoint Observer::pointer() {
     const auto reply =
         wire_->reply(xcb_query_pointer_reply, xcb_query_pointer(wire_->connection, root()));
-    if (!reply) {
+    if (!reply)
         throw std::runtime_error("no pointer");
-    }
     return {reply->root_x, reply->root_y};
 }
 
 void Observer::requireInput() {
     // Using an extension the server lacks would end the connection.
-    if (!hasExtension("XTEST")) {
+    if (!hasExtension("XTEST"))
         throw std::runtime_error("the server lacks the XTEST extension");
-    }
 }
 
 void Observer::movePointer(const PixelPoint& place) {
@@ -99,9 +93,8 @@ void Observer::key(xcb_keysym_t symbol, bool down) {
         wire_->reply(xcb_get_keyboard_mapping_reply,
                      xcb_get_keyboard_mapping(wire_->connection, setup->min_keycode,
                                               static_cast<std::uint8_t>(count)));
-    if (!mapping) {
+    if (!mapping)
         throw std::runtime_error("no keyboard mapping");
-    }
     const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
     const int each = mapping->keysyms_per_keycode;
     for (int code = 0; code < count; ++code) {
@@ -117,9 +110,17 @@ void Observer::key(xcb_keysym_t symbol, bool down) {
     throw std::runtime_error("no key gives the symbol " + std::to_string(symbol));
 }
 
-void Observer::tapKey(xcb_keysym_t symbol) {
-    key(symbol, true);
-    key(symbol, false);
+void Observer::tapKey(xcb_keysym_t symbol, int times) {
+    for (int i = 0; i < times; ++i) {
+        key(symbol, true);
+        key(symbol, false);
+    }
+}
+
+void Observer::tapKeyWith(xcb_keysym_t modifier, xcb_keysym_t symbol, int times) {
+    key(modifier, true);
+    tapKey(symbol, times);
+    key(modifier, false);
 }
 
 } // namespace orrivane::e2e

@@ -12,15 +12,13 @@ namespace {
 constexpr int smallestPopup = 8;
 
 std::pair<std::string, std::string> splitClass(const xcb_get_property_reply_t* reply) {
-    if (reply == nullptr || reply->format != 8) {
+    if (reply == nullptr || reply->format != 8)
         return {};
-    }
     const auto* bytes = static_cast<const char*>(xcb_get_property_value(reply));
     const std::string both(bytes, reply->value_len);
     const std::size_t end = both.find('\0');
-    if (end == std::string::npos) {
+    if (end == std::string::npos)
         return {both, {}};
-    }
     return {both.substr(0, end), both.substr(end + 1).c_str()};
 }
 
@@ -46,9 +44,8 @@ std::optional<WindowState> Observer::window(xcb_window_t id) {
     const auto origin =
         wire_->reply(xcb_translate_coordinates_reply,
                      xcb_translate_coordinates(connection, id, wire_->screen->root, 0, 0));
-    if (!geometry || !attributes || !family || !origin) {
+    if (!geometry || !attributes || !family || !origin)
         return std::nullopt;
-    }
     WindowState state;
     state.id = id;
     state.parent = family->parent;
@@ -60,13 +57,11 @@ std::optional<WindowState> Observer::window(xcb_window_t id) {
     const auto classes = wire_->property(id, XCB_ATOM_WM_CLASS);
     std::tie(state.instanceName, state.className) = splitClass(classes.get());
     const auto type = cardinals(id, "_NET_WM_WINDOW_TYPE");
-    if (type && !type->empty()) {
+    if (type && !type->empty())
         state.type = wire_->atomName(type->front());
-    }
     const auto info = cardinals(id, "_XEMBED_INFO");
-    if (info && info->size() >= 2) {
+    if (info && info->size() >= 2)
         state.xembed = {{info->at(0), info->at(1)}};
-    }
     return state;
 }
 
@@ -74,20 +69,17 @@ std::vector<WindowState> Observer::tree() {
     std::vector<WindowState> result;
     const std::function<void(xcb_window_t, int)> visit = [&](xcb_window_t id, int level) {
         auto state = window(id);
-        if (!state) {
+        if (!state)
             return;
-        }
         state->level = level;
         result.push_back(*state);
         const auto family =
             wire_->reply(xcb_query_tree_reply, xcb_query_tree(wire_->connection, id));
-        if (!family) {
+        if (!family)
             return;
-        }
         const xcb_window_t* children = xcb_query_tree_children(family.get());
-        for (int i = 0; i < xcb_query_tree_children_length(family.get()); ++i) {
+        for (int i = 0; i < xcb_query_tree_children_length(family.get()); ++i)
             visit(children[i], level + 1);
-        }
     };
     visit(root(), 0);
     return result;
@@ -115,9 +107,8 @@ xcb_window_t Observer::leafAt(const PixelPoint& place) {
                          xcb_translate_coordinates(wire_->connection, root(), leaf,
                                                    static_cast<std::int16_t>(place.x),
                                                    static_cast<std::int16_t>(place.y)));
-        if (!reply || reply->child == XCB_NONE) {
+        if (!reply || reply->child == XCB_NONE)
             return leaf;
-        }
         leaf = reply->child;
     }
 }
@@ -132,14 +123,11 @@ xcb_window_t Observer::trayOwner() {
 std::vector<WindowState> Observer::trayIcons() {
     const xcb_window_t owner = trayOwner();
     std::vector<WindowState> icons;
-    if (owner == XCB_NONE) {
+    if (owner == XCB_NONE)
         return icons;
-    }
-    for (const WindowState& state : tree()) {
-        if (state.xembed && sameClient(state.parent, owner) && !sameClient(state.id, owner)) {
+    for (const WindowState& state : tree())
+        if (state.xembed && sameClient(state.parent, owner) && !sameClient(state.id, owner))
             icons.push_back(state);
-        }
-    }
     std::stable_sort(icons.begin(), icons.end(),
                      [](const auto& a, const auto& b) { return a.area.x < b.area.x; });
     return icons;
@@ -155,9 +143,8 @@ std::optional<WindowState> Observer::dockOf(xcb_window_t icon) {
         return found == all.end() ? std::nullopt : std::optional(*found);
     }
     std::optional<WindowState> state = window(icon);
-    while (state && state->id != root() && state->type != dock) {
+    while (state && state->id != root() && state->type != dock)
         state = window(state->parent);
-    }
     return state && state->type == dock ? state : std::nullopt;
 }
 

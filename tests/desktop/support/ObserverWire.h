@@ -41,15 +41,13 @@ struct Observer::Wire {
     }
 
     void require(xcb_void_cookie_t cookie, const std::string& what) {
-        if (!accepted(cookie)) {
+        if (!accepted(cookie))
             throw std::runtime_error("the X server refused: " + what);
-        }
     }
 
     void requireConnection() const {
-        if (xcb_connection_has_error(connection) != 0) {
+        if (xcb_connection_has_error(connection) != 0)
             throw std::runtime_error("the observer lost its X connection");
-        }
     }
 
     std::string atomName(xcb_atom_t atom);

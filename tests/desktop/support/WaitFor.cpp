@@ -22,9 +22,8 @@ testing::AssertionResult waitFor(const std::string& what, const std::function<bo
     for (;;) {
         // The look after the deadline counts: a starved test must not fail for its own delay.
         const bool late = Clock::now() >= deadline;
-        if (holds()) {
+        if (holds())
             return testing::AssertionSuccess();
-        }
         if (late) {
             return testing::AssertionFailure()
                    << "waited " << bound.count() << " ms in vain: " << what;

@@ -31,9 +31,8 @@ T waitForValue(const std::string& what, const std::function<std::optional<T>()>&
     std::optional<T> found;
     const testing::AssertionResult result =
         waitFor(what, [&] { return (found = find()).has_value(); }, bound);
-    if (!result) {
+    if (!result)
         throw std::runtime_error(result.message());
-    }
     return *std::move(found);
 }
 
