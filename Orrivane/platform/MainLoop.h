@@ -6,8 +6,9 @@
 
 namespace orrivane {
 
-/// The main thread's run loop, for that thread alone but for `post`. Callbacks never run inside the call that registers them. A loop
-/// that is being destroyed drops whatever it still holds and ignores what is posted meanwhile.
+/// The main thread's run loop, for that thread alone but for `post`. Callbacks never run inside the
+/// call that registers them. A loop that is being destroyed drops whatever it still holds and
+/// ignores what is posted meanwhile.
 class MainLoop {
   public:
     MainLoop() = default;
