@@ -138,19 +138,27 @@ e2e::PixelRect Guide::placeAtRest(const e2e::AccessibleNode& node) {
 
 void Guide::click(const std::string& role, const std::string& name) {
     const auto node = control(role, name);
-    const auto found = placeAtRest(node).centre();
+    for (int tries = 0; tries < 5; ++tries) {
+        const auto found = bringIntoView(node);
+        clickAt(found.centre());
+        if (tookClick(node, found))
+            return;
+    }
+    throw std::runtime_error("the " + role + " \"" + name + "\" does not keep still");
+}
+
+e2e::PixelRect Guide::bringIntoView(const e2e::AccessibleNode& node) {
+    const auto found = placeAtRest(node);
     // Dialogs stand in windows of their own, which need no scrolling.
     const auto large = window();
-    if (large && large->area.contains(found)) {
-        clickAt(found);
-        return;
-    }
+    if (!large || large->area.contains(found.centre()))
+        return found;
     const auto isWithin = [&](const e2e::PixelRect& rect) {
         const auto centre = rect.centre();
         return centre.y > large->area.y + 40 && centre.y < large->area.bottom() - 10;
     };
     // The window answers the wheel late, and may then have gone too far.
-    for (int turns = 0; large && turns < 60; ++turns) {
+    for (int turns = 0; turns < 60; ++turns) {
         const auto now = place(node);
         if (isWithin(now) && isWithin(placeAtRest(node)))
             break;
@@ -158,7 +166,20 @@ void Guide::click(const std::string& role, const std::string& name) {
                          now.centre().y < large->area.centre().y ? wheelUp : wheelDown);
         e2e::pollPause();
     }
-    clickAt(placeAtRest(node).centre());
+    return placeAtRest(node);
+}
+
+// A line that comes or goes above a control moves it, perhaps just before the click arrives where
+// the control was. Every control takes the keyboard when it is clicked.
+bool Guide::tookClick(const e2e::AccessibleNode& node, const e2e::PixelRect& before) {
+    constexpr std::chrono::milliseconds bound{1000};
+    return bool(e2e::waitFor(
+        "the click arrives",
+        [&] {
+            return place(node) == before || !tree().has(node, e2e::AccessibleTree::showing) ||
+                   tree().has(node, e2e::AccessibleTree::focused);
+        },
+        bound));
 }
 
 void Guide::clickInto(const std::string& role, const std::string& name) {

@@ -76,6 +76,11 @@ class Guide {
     e2e::PixelRect place(const e2e::AccessibleNode& node) { return tree().extents(node); }
     /// Where the control is once the window has stopped changing around it.
     e2e::PixelRect placeAtRest(const e2e::AccessibleNode& node);
+    /// Scrolls the window until the control can be seen; its place then.
+    e2e::PixelRect bringIntoView(const e2e::AccessibleNode& node);
+    /// Whether a click in the middle of `before` was on the control: false if it has moved since
+    /// and has not taken the click.
+    bool tookClick(const e2e::AccessibleNode& node, const e2e::PixelRect& before);
     e2e::AccessibleTree& tree() { return reading_->tree(); }
 
     Options options_;
