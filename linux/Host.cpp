@@ -1,6 +1,7 @@
 #include <Orrivane/platform/Host.h>
 
 #include <Orrivane/AppDelegate.h>
+#include <Orrivane/CommandLine.h>
 #include <Orrivane/MenuBarIcon.h>
 #include <Orrivane/MoveEngine.h>
 #include <Orrivane/platform/Platform.h>
@@ -24,6 +25,7 @@
 #include <linux/support/MenuBarPreferences.h>
 #include <linux/support/SpawnLauncher.h>
 #include <linux/updater/FeedUpdater.h>
+#include <linux/updater/LoadedNetwork.h>
 #include <linux/updater/NetworkReleaseSource.h>
 #include <linux/updater/UpdateMemory.h>
 #include <linux/updater/UpdateWindow.h>
@@ -72,7 +74,8 @@ class X11Host : public Host {
         , login_(AutostartService::userFile(),
                  QCoreApplication::applicationFilePath().toStdString())
         , updateMemory_(UpdateMemory::userFile())
-        , releases_(UpdateSettings::ofBuild(), PackageFolder::ofUser(), loop_)
+        , network_(LoadedNetwork::moduleOfProgram(), std::string(CommandLine::version()), loop_)
+        , releases_(UpdateSettings::ofBuild(), PackageFolder::ofUser(), network_, loop_)
         , updater_({loop_, releases_, updateWindow_, updateMemory_, log_},
                    UpdateSettings::ofBuild().running, openPackage)
         , statusBar_([this] { return trayLook(); })
@@ -220,6 +223,7 @@ class X11Host : public Host {
     RestartLauncher restarter_{launcher_, [this] { foreignHosts_->restart(); }};
     AutostartService login_;
     UpdateMemory updateMemory_;
+    LoadedNetwork network_;
     NetworkReleaseSource releases_;
     UpdateWindow updateWindow_;
     FeedUpdater updater_;

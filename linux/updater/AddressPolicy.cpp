@@ -1,7 +1,11 @@
 #include <linux/updater/AddressPolicy.h>
 
-#include <QHostAddress>
 #include <QUrl>
+
+#include <string>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
 
 namespace orrivane {
 
@@ -9,6 +13,15 @@ namespace {
 
 bool isComplete(const QUrl& address) {
     return address.isValid() && !address.host().isEmpty() && address.userInfo().isEmpty();
+}
+
+bool isLoopback(const std::string& host) {
+    in6_addr six{};
+    if (inet_pton(AF_INET6, host.c_str(), &six) == 1)
+        return IN6_IS_ADDR_LOOPBACK(&six);
+    in_addr four{};
+    return inet_pton(AF_INET, host.c_str(), &four) == 1 &&
+           (ntohl(four.s_addr) >> IN_CLASSA_NSHIFT) == IN_LOOPBACKNET;
 }
 
 } // namespace
@@ -22,7 +35,7 @@ bool isSecureOrLoopbackAddress(const QUrl& address) {
         return true;
     // A name is no proof: whoever answers for names decides where it leads.
     return isComplete(address) && address.scheme() == QLatin1String("http") &&
-           QHostAddress(address.host()).isLoopback();
+           isLoopback(address.host().toStdString());
 }
 
 } // namespace orrivane

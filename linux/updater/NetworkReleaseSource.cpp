@@ -1,8 +1,7 @@
 #include <linux/updater/NetworkReleaseSource.h>
 
-#include <linux/updater/Transfer.h>
-
-#include <QNetworkAccessManager>
+#include <Orrivane/platform/MainLoop.h>
+#include <linux/updater/Network.h>
 
 #include <utility>
 
@@ -31,13 +30,13 @@ class NetworkReleaseSource::Check : public UpdateOperation {
         : source_(source)
         , skipped_(std::move(skipped))
         , finished_(std::move(finished))
-        , transfer_(
-              source.network(), source.loop_, source.settings_.policy, request(source.settings_),
+        , transfer_(source.network_.begin(
+              source.settings_.policy, request(source.settings_),
               [this](const QByteArray& bytes) {
                   feed_ += bytes;
                   return std::nullopt;
               },
-              [this](std::optional<TransferProblem> problem) { arrived(problem); }) {}
+              [this](std::optional<TransferProblem> problem) { arrived(problem); })) {}
 
   private:
     static TransferRequest request(const UpdateSettings& settings) {
@@ -70,7 +69,7 @@ class NetworkReleaseSource::Check : public UpdateOperation {
     std::string skipped_;
     std::function<void(ReleaseChoice)> finished_;
     QByteArray feed_;
-    Transfer transfer_;
+    std::unique_ptr<UpdateOperation> transfer_;
 };
 
 class NetworkReleaseSource::Download : public UpdateOperation {
@@ -100,8 +99,8 @@ class NetworkReleaseSource::Download : public UpdateOperation {
         request.exact = offer_.length;
         request.wholeTime = source_.settings_.packageTime;
         request.idleTime = source_.settings_.idleTime;
-        transfer_ = std::make_unique<Transfer>(
-            source_.network(), source_.loop_, source_.settings_.policy, std::move(request),
+        transfer_ = source_.network_.begin(
+            source_.settings_.policy, std::move(request),
             [this](const QByteArray& bytes) { return take(bytes); },
             [this](std::optional<TransferProblem> problem) { arrived(problem); });
     }
@@ -151,23 +150,18 @@ class NetworkReleaseSource::Download : public UpdateOperation {
     std::unique_ptr<PackageFile> file_;
     std::int64_t received_ = 0; // bytes
     Subscription refused_;
-    std::unique_ptr<Transfer> transfer_; // dies before what it writes to
+    std::unique_ptr<UpdateOperation> transfer_; // dies before what it writes to
 };
 
 NetworkReleaseSource::NetworkReleaseSource(UpdateSettings settings, PackageFolder folder,
-                                           MainLoop& loop)
+                                           Network& network, MainLoop& loop)
     : settings_(std::move(settings))
     , folder_(std::move(folder))
+    , network_(network)
     , loop_(loop)
     , key_(settings_.feed.empty() ? std::nullopt : PublicKey::fromBase64(settings_.key)) {}
 
 NetworkReleaseSource::~NetworkReleaseSource() = default;
-
-QNetworkAccessManager& NetworkReleaseSource::network() {
-    if (!network_)
-        network_ = std::make_unique<QNetworkAccessManager>();
-    return *network_;
-}
 
 std::unique_ptr<UpdateOperation>
 NetworkReleaseSource::check(const std::string& skipped,

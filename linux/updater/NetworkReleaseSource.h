@@ -8,16 +8,17 @@
 #include <memory>
 #include <optional>
 
-class QNetworkAccessManager;
-
 namespace orrivane {
 
 class MainLoop;
+class Network;
 
 /// A signed feed on a server.
 class NetworkReleaseSource : public ReleaseSource {
   public:
-    NetworkReleaseSource(UpdateSettings settings, PackageFolder folder, MainLoop& loop);
+    /// Network and loop outlive it.
+    NetworkReleaseSource(UpdateSettings settings, PackageFolder folder, Network& network,
+                         MainLoop& loop);
     ~NetworkReleaseSource() override;
 
     [[nodiscard]] bool isUsable() const override { return key_.has_value(); }
@@ -33,13 +34,11 @@ class NetworkReleaseSource : public ReleaseSource {
     class Check;
     class Download;
 
-    QNetworkAccessManager& network();
-
     UpdateSettings settings_;
     PackageFolder folder_;
+    Network& network_;
     MainLoop& loop_;
     std::optional<PublicKey> key_;
-    std::unique_ptr<QNetworkAccessManager> network_; // made for the first check
 };
 
 } // namespace orrivane

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <linux/updater/ReleaseChoice.h>
+#include <linux/updater/UpdateOperation.h>
 
 #include <functional>
 #include <memory>
@@ -8,15 +9,6 @@
 #include <string>
 
 namespace orrivane {
-
-/// Something under way; destroying it ends it quietly and leaves nothing behind.
-class UpdateOperation {
-  public:
-    UpdateOperation() = default;
-    UpdateOperation(const UpdateOperation&) = delete;
-    UpdateOperation& operator=(const UpdateOperation&) = delete;
-    virtual ~UpdateOperation() = default;
-};
 
 /// A package that was downloaded and verified, or a sentence that says why there is none.
 struct PackageResult {

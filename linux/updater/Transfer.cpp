@@ -57,7 +57,7 @@ QNetworkRequest plainRequest(const QUrl& address) {
 } // namespace
 
 Transfer::Transfer(QNetworkAccessManager& network, MainLoop& loop, AddressPolicy policy,
-                   TransferRequest request, Sink sink, Finished finished)
+                   TransferRequest request, Network::Sink sink, Network::Finished finished)
     : network_(network)
     , loop_(loop)
     , policy_(std::move(policy))

@@ -6,10 +6,10 @@ namespace {
 TEST_F(NetworkReleaseSourceTest, withoutAFeedOrAKeyItIsNotUsable) {
     EXPECT_TRUE(made().isUsable());
     settings.key = "rubbish";
-    EXPECT_FALSE(NetworkReleaseSource(settings, folder, loop).isUsable());
+    EXPECT_FALSE(NetworkReleaseSource(settings, folder, network, loop).isUsable());
     settings.key = testKeys().publicKey;
     settings.feed.clear();
-    EXPECT_FALSE(NetworkReleaseSource(settings, folder, loop).isUsable());
+    EXPECT_FALSE(NetworkReleaseSource(settings, folder, network, loop).isUsable());
 }
 
 TEST_F(NetworkReleaseSourceTest, aServerThatIsAwayIsSaidSo) {

@@ -3,6 +3,7 @@
 #include <linux/updater/NetworkReleaseSource.h>
 
 #include <linux/qt/QtMainLoop.h>
+#include <linux/updater/QtNetwork.h>
 #include <tests/linux/updater/support/LoopbackServer.h>
 #include <tests/linux/updater/support/TestReleases.h>
 
@@ -30,6 +31,7 @@ struct NetworkReleaseSourceTest : ::testing::Test {
     PackageFolder folder{temporary.filePath("updates").toStdString()};
     LoopbackServer server;
     QtMainLoop loop;
+    QtNetwork network{loop};
     QByteArray package = QByteArray("\x7f"
                                     "ELF")
                              .repeated(100000);
@@ -53,7 +55,7 @@ struct NetworkReleaseSourceTest : ::testing::Test {
 
     NetworkReleaseSource& made() {
         if (!source)
-            source = std::make_unique<NetworkReleaseSource>(settings, folder, loop);
+            source = std::make_unique<NetworkReleaseSource>(settings, folder, network, loop);
         return *source;
     }
 
