@@ -40,7 +40,7 @@ class AppKitHost : public Host {
   public:
     AppKitHost()
         : accessibility_({running::applications, running::menuBarOwner, running::frontmost})
-        , updater_(makeUpdater())
+        , updater_(makeUpdater([this] { popover_.performClose(); }))
         , platform_{loop_,          screens_,  windowList_, ownWindows_, accessibility_,
                     screenCapture_, defaults_, workspace_,  panel_,      log_}
         , shell_{eventPoster_, preferences_, launcher_, login_,

@@ -65,6 +65,7 @@ void AppKitPopover::show(StatusItem& below) {
     takeSize(fitting(size_, button.window.screen));
     [popover_ showRelativeToRect:button.bounds ofView:button preferredEdge:NSRectEdgeMinY];
     NSWindow* window = controller_.view.window;
+    window.allowsToolTipsWhenApplicationIsInactive = YES; // showing it activates nothing
     [window makeKeyWindow];
     // The window itself would not close by any key: it has no button for that.
     if (window.firstResponder == window)

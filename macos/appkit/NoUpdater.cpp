@@ -20,7 +20,7 @@ class NoUpdater : public Updater {
 
 } // namespace
 
-std::unique_ptr<Updater> makeUpdater() {
+std::unique_ptr<Updater> makeUpdater(std::function<void()> /*willShowWindow*/) {
     return std::make_unique<NoUpdater>();
 }
 

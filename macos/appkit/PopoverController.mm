@@ -33,6 +33,7 @@ bool isOwn(NSEvent* event) {
 @implementation ORVPopoverController {
     __weak NSPopover* _popover;
     id _clickMonitor;
+    NSEvent* _press; // in another program, while it closes the popover
     std::optional<Click> _closingClick;
 }
 
@@ -73,7 +74,8 @@ bool isOwn(NSEvent* event) {
     [_popover performClose:sender];
 }
 
-- (void)popoverDidShow:(NSNotification*)__unused notification {
+// Before it is shown: presses while it moves into place count as well.
+- (void)popoverWillShow:(NSNotification*)__unused notification {
     if (_clickMonitor != nil)
         return;
     __weak ORVPopoverController* weakSelf = self;
@@ -89,22 +91,34 @@ bool isOwn(NSEvent* event) {
 // Where another program shows the status items, its own is pressed there as well, and acts after
 // this.
 - (void)closeForPress:(NSEvent*)event {
+    if (!_popover.shown) {
+        [self stopListening];
+        return;
+    }
+    _press = event;
     [self performClose:nil];
-    _closingClick = clickOf(event);
 }
 
 // A question that is being asked keeps what it was asked in: a click on it is one outside of here.
 - (BOOL)popoverShouldClose:(NSPopover*)__unused popover {
-    return NSApp.modalWindow == nil;
+    const bool closes = NSApp.modalWindow == nil;
+    if (!closes)
+        _press = nil;
+    return closes;
 }
 
 - (void)popoverWillClose:(NSNotification*)__unused notification {
-    const bool isPress = NSApp.currentEvent.type == NSEventTypeLeftMouseDown;
-    _closingClick = isPress ? clickOf(NSApp.currentEvent) : std::nullopt;
+    NSEvent* elsewhere = std::exchange(_press, nil);
+    NSEvent* event = elsewhere != nil ? elsewhere : NSApp.currentEvent;
+    const bool isPress = event.type == NSEventTypeLeftMouseDown;
+    _closingClick = isPress ? clickOf(event) : std::nullopt;
 }
 
 - (void)popoverDidClose:(NSNotification*)__unused notification {
-    [self stopListening];
+    _press = nil;
+    // It comes when the popover has moved away, and may have been opened again meanwhile.
+    if (!_popover.shown)
+        [self stopListening];
 }
 
 - (BOOL)takeClosingClick {

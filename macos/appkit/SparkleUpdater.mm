@@ -6,21 +6,29 @@
 
 #import <Sparkle/Sparkle.h>
 
+#include <functional>
+#include <utility>
+
 /// Forwards what the updater asks and tells. All of its methods are optional to the updater: one
 /// with a wrong name would compile and never be called.
 @interface ORVUpdaterDelegate : NSObject <SPUUpdaterDelegate, SPUStandardUserDriverDelegate>
 /// `delegate` lives as long as the updater calls this object.
-- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate;
+- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate
+                  willShowWindow:(std::function<void()>)willShowWindow;
 @end
 
 @implementation ORVUpdaterDelegate {
     orrivane::UpdaterDelegate* _delegate;
+    std::function<void()> _willShowWindow;
 }
 
-- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate {
+- (instancetype)initWithDelegate:(orrivane::UpdaterDelegate*)delegate
+                  willShowWindow:(std::function<void()>)willShowWindow {
     self = [super init];
-    if (self != nil)
+    if (self != nil) {
         _delegate = delegate;
+        _willShowWindow = std::move(willShowWindow);
+    }
     return self;
 }
 
@@ -51,6 +59,11 @@
     orrivane::callOut([&] { _delegate->didReceiveUserAttention(); });
 }
 
+// The popover may have been opened again since the check began; it stays while an alert is modal.
+- (void)standardUserDriverWillShowModalAlert {
+    orrivane::callOut([&] { _willShowWindow(); });
+}
+
 - (void)standardUserDriverWillFinishUpdateSession {
     orrivane::callOut([&] { _delegate->willFinishUpdateSession(); });
 }
@@ -74,16 +87,22 @@ bool isConfigured() {
 /// Sparkle. Without a feed and a key in the bundle it is made, but not started.
 class SparkleUpdater : public Updater {
   public:
+    explicit SparkleUpdater(std::function<void()> willShowWindow)
+        : willShowWindow_(std::move(willShowWindow)) {}
+
     void create(UpdaterDelegate& delegate) override {
         isStarted_ = isConfigured();
-        delegate_ = [[ORVUpdaterDelegate alloc] initWithDelegate:&delegate];
+        delegate_ = [[ORVUpdaterDelegate alloc] initWithDelegate:&delegate
+                                                  willShowWindow:willShowWindow_];
         controller_ = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:isStarted_
                                                                     updaterDelegate:delegate_
                                                                  userDriverDelegate:delegate_];
     }
     void checkForUpdates() override {
-        if (isStarted_)
-            [controller_ checkForUpdates:nil];
+        if (!isStarted_)
+            return;
+        willShowWindow_();
+        [controller_ checkForUpdates:nil];
     }
     bool canCheckForUpdates() override {
         return isStarted_ && controller_.updater.canCheckForUpdates;
@@ -101,6 +120,7 @@ class SparkleUpdater : public Updater {
     }
 
   private:
+    std::function<void()> willShowWindow_;
     bool isStarted_ = false;
     ORVUpdaterDelegate* delegate_ = nil; // the controller does not keep it
     SPUStandardUpdaterController* controller_ = nil;
@@ -108,8 +128,8 @@ class SparkleUpdater : public Updater {
 
 } // namespace
 
-std::unique_ptr<Updater> makeUpdater() {
-    return std::make_unique<SparkleUpdater>();
+std::unique_ptr<Updater> makeUpdater(std::function<void()> willShowWindow) {
+    return std::make_unique<SparkleUpdater>(std::move(willShowWindow));
 }
 
 } // namespace orrivane

@@ -19,6 +19,7 @@ TEST(SparkleDelegate, hasTheMethodsThatTheUpdaterCallsUnderTheUpdatersOwnNames) 
              @"standardUserDriverShouldHandleShowingScheduledUpdate:andInImmediateFocus:",
              @"standardUserDriverWillHandleShowingUpdate:forUpdate:state:",
              @"standardUserDriverDidReceiveUserAttentionForUpdate:",
+             @"standardUserDriverWillShowModalAlert",
              @"standardUserDriverWillFinishUpdateSession",
          ]) {
         const SEL selector = NSSelectorFromString(name);

@@ -28,6 +28,7 @@ NS_ASSUME_NONNULL_BEGIN
                                         forUpdate:(SUAppcastItem*)update
                                             state:(SPUUserUpdateState*)state;
 - (void)standardUserDriverDidReceiveUserAttentionForUpdate:(SUAppcastItem*)update;
+- (void)standardUserDriverWillShowModalAlert;
 - (void)standardUserDriverWillFinishUpdateSession;
 @end
 
