@@ -53,8 +53,9 @@ std::optional<std::string> LoadedNetwork::load() {
     const auto version = resolve<NetworkModule::Version>(library, NetworkModule::versionName);
     const auto make = resolve<NetworkModule::Make>(library, NetworkModule::makeName);
     if (!version || !make)
-        return "A part of Orrivane that updates need is missing or damaged (" + module_ +
-               "). Install Orrivane again.";
+        return "A part of Orrivane that updates need cannot be loaded (" + module_ +
+               "), perhaps because the system was updated meanwhile. Start Orrivane again; if that "
+               "does not help, install it again.";
     // A package that was installed meanwhile has put another file in its place.
     if (version() != version_)
         return "Orrivane was changed while it ran. Quit it and start it again.";

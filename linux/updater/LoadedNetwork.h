@@ -26,7 +26,8 @@ class LoadedNetwork : public Network {
     begin(AddressPolicy policy, TransferRequest request, Sink sink, Finished finished) override;
 
   private:
-    /// A sentence for the user when there is no network; asked again, it tries again.
+    /// A sentence for the user when there is no network. A file that could not be loaded is tried
+    /// again the next time.
     std::optional<std::string> load();
 
     std::string module_;

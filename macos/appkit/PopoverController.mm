@@ -97,14 +97,13 @@ bool isOwn(NSEvent* event) {
     }
     _press = event;
     [self performClose:nil];
+    if (_popover.shown)
+        _press = nil; // it has refused
 }
 
 // A question that is being asked keeps what it was asked in: a click on it is one outside of here.
 - (BOOL)popoverShouldClose:(NSPopover*)__unused popover {
-    const bool closes = NSApp.modalWindow == nil;
-    if (!closes)
-        _press = nil;
-    return closes;
+    return NSApp.modalWindow == nil;
 }
 
 - (void)popoverWillClose:(NSNotification*)__unused notification {

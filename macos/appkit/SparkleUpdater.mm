@@ -50,6 +50,8 @@
                                         forUpdate:(SUAppcastItem*)update
                                             state:(SPUUserUpdateState*)__unused state {
     orrivane::callOut([&] {
+        if (handleShowingUpdate)
+            _willShowWindow();
         _delegate->willHandleShowingUpdate(handleShowingUpdate,
                                            orrivane::toString(update.displayVersionString));
     });

@@ -75,7 +75,10 @@ std::string Tour::resetBothWays() {
     guide_->control("push button", "Cancel");
     answer("Reset & Restart Menu Bar");
     guide_->waitFor("the bar is as it was", [&] { return guide_->widths() == widths_; });
-    guide_->waitFor("the window tells it", [&] { return guide_->shows("showing all of them"); });
+    guide_->waitFor("the window tells it", [&] {
+        return guide_->shows("is hiding " + std::to_string(guide_->hidden()) +
+                             " icons — Orrivane is showing all of them");
+    });
     picture("reset");
     return "reset the spacing without a restart, then with one; the bar is as it was";
 }

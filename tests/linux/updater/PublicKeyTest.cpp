@@ -51,9 +51,13 @@ TEST(AddressPolicy, onlySecureAddressesAreAskedUnlessTheMachineItselfIsMeant) {
         return isSecureOrLoopbackAddress(QUrl(QString(text)));
     };
     EXPECT_TRUE(local("http://127.0.0.1:8080/feed"));
+    EXPECT_TRUE(local("http://127.255.0.1/"));
     EXPECT_TRUE(local("http://[::1]/feed"));
     EXPECT_TRUE(local("https://example.org/"));
-    for (const char* text : {"http://localhost/", "http://10.0.0.1/", "file://127.0.0.1/etc"})
+    for (const char* text :
+         {"http://localhost/", "http://10.0.0.1/", "http://128.0.0.1/", "http://0.0.0.0/",
+          "http://127.0.0.1.example.org/", "http://[::2]/", "http://[2001:db8::1]/",
+          "http://[::ffff:10.0.0.1]/", "file://127.0.0.1/etc"})
         EXPECT_FALSE(local(text)) << text;
 }
 
