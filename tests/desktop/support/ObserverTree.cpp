@@ -67,7 +67,11 @@ std::optional<WindowState> Observer::window(xcb_window_t id) {
 
 std::vector<WindowState> Observer::tree() {
     std::vector<WindowState> result;
+    std::set<xcb_window_t> seen;
     const std::function<void(xcb_window_t, int)> visit = [&](xcb_window_t id, int level) {
+        // One that moves to another parent meanwhile is a child of both.
+        if (!seen.insert(id).second)
+            return;
         auto state = window(id);
         if (!state)
             return;
