@@ -110,12 +110,20 @@ std::vector<xcb_window_t> BarStage::order() {
 }
 
 std::vector<PixelRect> BarStage::placesOf(std::size_t count) {
+    const auto read = [&] {
+        std::vector<PixelRect> places;
+        for (const auto& icon : icons())
+            places.push_back(icon.area);
+        return places;
+    };
+    // The bar takes an icon in before it gives it its place.
+    constexpr std::chrono::milliseconds rest{100};
     return waitForValue<std::vector<PixelRect>>(
         std::to_string(count) + " icons show", [&]() -> std::optional<std::vector<PixelRect>> {
-            std::vector<PixelRect> places;
-            for (const auto& icon : icons())
-                places.push_back(icon.area);
-            return places.size() == count ? std::optional(places) : std::nullopt;
+            const auto places = read();
+            const bool rests = places.size() == count &&
+                               staysTrue("they rest", [&] { return read() == places; }, rest);
+            return rests ? std::optional(places) : std::nullopt;
         });
 }
 
