@@ -130,8 +130,8 @@ e2e::PixelRect Guide::placeAtRest(const e2e::AccessibleNode& node) {
     constexpr std::chrono::milliseconds rest{200};
     return e2e::waitForValue<e2e::PixelRect>("a control comes to rest", [&] {
         const auto before = place(node);
-        const bool rests =
-            bool(e2e::staysTrue("it rests", [&] { return place(node) == before; }, rest));
+        const auto isSame = [&] { return place(node) == before; };
+        const bool rests = bool(e2e::staysTrue("it rests", isSame, rest));
         return rests ? std::optional(before) : std::nullopt;
     });
 }

@@ -93,9 +93,9 @@ std::optional<pid_t> Observer::pidOf(xcb_window_t id) {
         throw std::runtime_error("the server lacks the X-Resource extension");
     // The server answers the other requests only after the version was agreed on.
     wire_->reply(xcb_res_query_version_reply, xcb_res_query_version(wire_->connection, 1, 2));
-    const xcb_res_client_id_spec_t spec{id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+    const xcb_res_client_id_spec_t asked{id, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
     const auto reply = wire_->reply(xcb_res_query_client_ids_reply,
-                                    xcb_res_query_client_ids(wire_->connection, 1, &spec));
+                                    xcb_res_query_client_ids(wire_->connection, 1, &asked));
     if (!reply)
         return std::nullopt;
     for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;

@@ -48,12 +48,12 @@ class BarMenusTest : public testing::Test {
         ASSERT_FALSE(menus.empty());
         const auto look = [&] { return observer().imageOfRoot(menus.front().area); };
         const auto before = look();
+        const auto hasMoved = [&] { return !(look() == before); };
         constexpr std::chrono::milliseconds patience{1000};
         bool moved = false;
         for (int tries = 0; tries < 5 && !moved; ++tries) {
             observer().tapKey(keyDown);
-            moved =
-                bool(waitFor("the selection moves", [&] { return !(look() == before); }, patience));
+            moved = bool(waitFor("the selection moves", hasMoved, patience));
         }
         ASSERT_TRUE(moved);
     }

@@ -121,8 +121,8 @@ std::vector<PixelRect> BarStage::placesOf(std::size_t count) {
     return waitForValue<std::vector<PixelRect>>(
         std::to_string(count) + " icons show", [&]() -> std::optional<std::vector<PixelRect>> {
             const auto places = read();
-            const bool rests = places.size() == count &&
-                               staysTrue("they rest", [&] { return read() == places; }, rest);
+            const auto isSame = [&] { return read() == places; };
+            const bool rests = places.size() == count && staysTrue("they rest", isSame, rest);
             return rests ? std::optional(places) : std::nullopt;
         });
 }
