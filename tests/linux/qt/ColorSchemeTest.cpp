@@ -5,6 +5,7 @@
 
 #include <linux/qt/ColorScheme.h>
 #include <linux/qt/RoleColors.h>
+#include <tests/desktop/support/RequiredHere.h>
 
 #include <QApplication>
 #include <QDBusConnectionInterface>
@@ -32,7 +33,7 @@ class ColorSchemeTest : public ::testing::Test {
   protected:
     void SetUp() override {
         if (bus.address().isEmpty())
-            GTEST_SKIP() << "dbus-daemon could not be started";
+            GTEST_SKIP() << e2e::reasonToSkip("dbus-daemon could not be started");
         portal = std::make_unique<FakePortal>(bus.connect());
         ASSERT_FALSE(showsDark());
     }

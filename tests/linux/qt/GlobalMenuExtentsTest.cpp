@@ -1,6 +1,7 @@
 #include "support/PrivateBus.h"
 
 #include <linux/qt/GlobalMenuExtents.h>
+#include <tests/desktop/support/RequiredHere.h>
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -69,7 +70,7 @@ class GlobalMenuExtentsTest : public ::testing::Test {
 
     void SetUp() override {
         if (session.address().isEmpty() || accessibility.address().isEmpty())
-            GTEST_SKIP() << "dbus-daemon could not be started";
+            GTEST_SKIP() << e2e::reasonToSkip("dbus-daemon could not be started");
     }
     void TearDown() override {
         signalApplication(SIGCONT);

@@ -2,6 +2,7 @@
 #include "support/Pump.h"
 
 #include <linux/qt/SleepMonitor.h>
+#include <tests/desktop/support/RequiredHere.h>
 
 #include <QDBusMessage>
 
@@ -20,7 +21,7 @@ class SleepMonitorTest : public ::testing::Test {
 
     void SetUp() override {
         if (bus.address().isEmpty())
-            GTEST_SKIP() << "dbus-daemon could not be started";
+            GTEST_SKIP() << e2e::reasonToSkip("dbus-daemon could not be started");
     }
     std::function<void(bool)> note() {
         return [this](bool goingToSleep) { told.push_back(goingToSleep); };

@@ -2,6 +2,7 @@
 
 #include <linux/x11/Reply.h>
 
+#include <RequiredHere.h>
 #include <TestWindow.h>
 
 #include <chrono>
@@ -59,7 +60,7 @@ std::optional<std::string> ShellStage::startWindowManager() {
     });
     if (serves && manager_->isRunning())
         return std::nullopt;
-    return "the window manager openbox does not run here";
+    return e2e::reasonToSkip("the window manager openbox does not run here");
 }
 
 void ShellStage::stopWindowManager() {
