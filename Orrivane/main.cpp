@@ -75,7 +75,16 @@ int perform(const Command& command, int& argc, char** argv) {
     ShellPlatform::install(host->shellPlatform());
     if (const auto* asked = std::get_if<DiagnoseCommand>(&command))
         return diagnose(*host, *asked);
-    return host->claim() ? run(*host) : 0;
+    switch (host->claim()) {
+    case Claim::made:
+        return run(*host);
+    case Claim::toldTheOther:
+        return 0;
+    case Claim::unanswered:
+        break;
+    }
+    return fail("another Orrivane may run on this desktop but could not be told to show its "
+                "window; start Orrivane again in a moment.");
 }
 
 } // namespace

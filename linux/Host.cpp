@@ -112,11 +112,14 @@ class X11Host : public Host {
     const Platform& platform() override { return platform_; }
     const ShellPlatform& shellPlatform() override { return shell_; }
 
-    bool claim() override {
-        if (instance_.claim([this](x11::InstanceCommand command) { obey(command); }))
-            return true;
-        instance_.tell(x11::InstanceCommand::open);
-        return false;
+    Claim claim() override {
+        // Events are read during the start as well, before there is a window or a loop to end.
+        const auto commanded = [this](x11::InstanceCommand command) {
+            loop_.post([this, command] { obey(command); });
+        };
+        if (instance_.claim(commanded))
+            return Claim::made;
+        return instance_.tell(x11::InstanceCommand::open) ? Claim::toldTheOther : Claim::unanswered;
     }
     std::optional<std::int32_t> runningElsewhere() override { return instance_.runningElsewhere(); }
     bool quitOther() override { return instance_.tell(x11::InstanceCommand::quit); }

@@ -50,11 +50,10 @@ class AppKitHost : public Host {
     const ShellPlatform& shellPlatform() override { return shell_; }
 
     // The system starts a bundle once only; it knows nothing of an executable outside of one.
-    bool claim() override {
+    Claim claim() override {
         if (instance_.claim([this](InstanceCommand command) { obey(command); }))
-            return true;
-        instance_.tell(InstanceCommand::open);
-        return false;
+            return Claim::made;
+        return instance_.tell(InstanceCommand::open) ? Claim::toldTheOther : Claim::unanswered;
     }
     std::optional<std::int32_t> runningElsewhere() override { return instance_.runningElsewhere(); }
     bool quitOther() override { return instance_.tell(InstanceCommand::quit); }

@@ -15,6 +15,10 @@ class ApplicationDelegate;
 struct Platform;
 struct ShellPlatform;
 
+/// What came of a launch: this process is the program, the one that was it already shows its
+/// window, or neither, because nobody answers.
+enum class Claim { made, toldTheOther, unanswered };
+
 /// The process's one tie to its platform: makes the ports and runs the loop.
 class Host {
   public:
@@ -24,9 +28,9 @@ class Host {
     [[nodiscard]] virtual const Platform& platform() = 0;
     [[nodiscard]] virtual const ShellPlatform& shellPlatform() = 0;
 
-    /// Becomes the program that runs on this desktop. False when another one is it; that one has
-    /// then been told to show its window.
-    [[nodiscard]] virtual bool claim() = 0;
+    /// Becomes the program that runs on this desktop, or has the one that is it show its window.
+    /// What others command from then on is obeyed once the loop runs.
+    [[nodiscard]] virtual Claim claim() = 0;
     /// The process that is the program on this desktop, if that is not this one; 0 when it does not
     /// say which it is.
     [[nodiscard]] virtual std::optional<std::int32_t> runningElsewhere() = 0;

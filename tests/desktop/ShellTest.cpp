@@ -23,6 +23,14 @@ class Shell : public testing::Test {
         desktop_->startProgram();
         ASSERT_TRUE(waitFor("the own icon is docked", [&] { return ownIcon().has_value(); }));
     }
+    /// The program, stopped when it has just become the one of this desktop and shows nothing yet.
+    void startAndHold() {
+        auto& program = desktop_->startProgram();
+        const auto end = std::chrono::steady_clock::now() + defaultBound;
+        while (desktop_->observer().selectionOwner("_ORRIVANE_S0") == XCB_NONE)
+            ASSERT_LT(std::chrono::steady_clock::now(), end) << program.log();
+        program.stop();
+    }
     [[nodiscard]] std::optional<WindowState> ownIcon() {
         for (const auto& icon : desktop_->observer().trayIcons())
             if (icon.isViewable() &&
@@ -116,6 +124,20 @@ TEST_F(Shell, aSecondLaunchBringsTheWindowAndEnds) {
     EXPECT_EQ(launchAgain({}), 0);
     EXPECT_TRUE(appears());
     EXPECT_TRUE(desktop_->program().isRunning());
+}
+
+TEST_F(Shell, aSecondLaunchWhileTheFirstStillStartsBringsTheWindow) {
+    startAndHold();
+    EXPECT_EQ(launchAgain({}), 0);
+    desktop_->program().resume();
+    EXPECT_TRUE(appears());
+}
+
+TEST_F(Shell, quitEndsAProgramThatStillStarts) {
+    startAndHold();
+    EXPECT_EQ(launchAgain({"--quit"}), 0);
+    desktop_->program().resume();
+    EXPECT_EQ(desktop_->program().wait(defaultBound), (ExitStatus{0, {}}));
 }
 
 TEST_F(Shell, aSecondLaunchBringsAWindowForwardThatLiesBehindAnother) {

@@ -62,6 +62,8 @@ class Observer {
     /// Absent when no window is active, or no window manager says so.
     std::optional<xcb_window_t> activeWindow();
     xcb_window_t focusWindow();
+    /// 0 without an owner.
+    xcb_window_t selectionOwner(const std::string& selection);
 
     // The tray
     /// 0 without a tray.

@@ -117,11 +117,14 @@ xcb_window_t Observer::leafAt(const PixelPoint& place) {
     }
 }
 
-xcb_window_t Observer::trayOwner() {
-    const auto reply =
-        wire_->reply(xcb_get_selection_owner_reply,
-                     xcb_get_selection_owner(wire_->connection, atom("_NET_SYSTEM_TRAY_S0")));
+xcb_window_t Observer::selectionOwner(const std::string& selection) {
+    const auto reply = wire_->reply(xcb_get_selection_owner_reply,
+                                    xcb_get_selection_owner(wire_->connection, atom(selection)));
     return reply ? reply->owner : XCB_NONE;
+}
+
+xcb_window_t Observer::trayOwner() {
+    return selectionOwner("_NET_SYSTEM_TRAY_S0");
 }
 
 std::vector<WindowState> Observer::trayIcons() {
