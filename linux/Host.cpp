@@ -69,7 +69,7 @@ class X11Host : public Host {
         , panel_(x11_.stage)
         , readable_(connection_->descriptor(), QSocketNotifier::Read)
         , signals_([] { QCoreApplication::quit(); })
-        , instance_(*connection_)
+        , instance_(*connection_, loop_)
         , preferences_(MenuBarPreferences::userFile())
         , login_(AutostartService::userFile(),
                  QCoreApplication::applicationFilePath().toStdString())
@@ -79,7 +79,7 @@ class X11Host : public Host {
         , updater_({loop_, releases_, updateWindow_, updateMemory_, log_},
                    UpdateSettings::ofBuild().running, openPackage)
         , statusBar_([this] { return trayLook(); })
-        , presses_(*connection_)
+        , presses_(*connection_, loop_)
         , popover_([this](auto pressed) { return presses_.watch(std::move(pressed)); },
                    &MoveEngine::isMoving)
         , platform_{loop_,
@@ -113,11 +113,7 @@ class X11Host : public Host {
     const ShellPlatform& shellPlatform() override { return shell_; }
 
     Claim claim() override {
-        // Events are read during the start as well, before there is a window or a loop to end.
-        const auto commanded = [this](x11::InstanceCommand command) {
-            loop_.post([this, command] { obey(command); });
-        };
-        if (instance_.claim(commanded))
+        if (instance_.claim([this](x11::InstanceCommand command) { obey(command); }))
             return Claim::made;
         return instance_.tell(x11::InstanceCommand::open) ? Claim::toldTheOther : Claim::unanswered;
     }

@@ -17,8 +17,10 @@ constexpr std::uint16_t wantedMinor = 2;
 
 } // namespace
 
-PressWatcher::PressWatcher(Connection& connection)
-    : connection_(connection) {
+PressWatcher::PressWatcher(Connection& connection, MainLoop& loop)
+    : connection_(connection)
+    , loop_(loop)
+    , self_(std::make_shared<PressWatcher*>(this)) {
     // Long before anybody watches, so that nobody waits for the answer.
     xcb_prefetch_extension_data(connection.raw(), &xcb_input_id);
 }
@@ -60,7 +62,7 @@ void PressWatcher::select(bool watching) {
     connection_.flush();
 }
 
-void PressWatcher::handle(const xcb_generic_event_t& event) const {
+void PressWatcher::handle(const xcb_generic_event_t& event) {
     constexpr unsigned sentMask = 0x7f;
     if ((event.response_type & sentMask) != XCB_GE_GENERIC)
         return;
@@ -68,8 +70,12 @@ void PressWatcher::handle(const xcb_generic_event_t& event) const {
     if (generic.extension != opcode_ || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS)
         return;
     const auto& press = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
-    if (press.detail >= 1 && press.detail <= lastPlainButton)
-        watchers_.notify();
+    if (press.detail < 1 || press.detail > lastPlainButton)
+        return;
+    loop_.post([weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock())
+            (*self)->watchers_.notify();
+    });
 }
 
 } // namespace orrivane::x11

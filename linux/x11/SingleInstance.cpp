@@ -5,8 +5,10 @@
 
 namespace orrivane::x11 {
 
-SingleInstance::SingleInstance(Connection& connection)
-    : connection_(connection) {}
+SingleInstance::SingleInstance(Connection& connection, MainLoop& loop)
+    : connection_(connection)
+    , loop_(loop)
+    , self_(std::make_shared<SingleInstance*>(this)) {}
 
 SingleInstance::~SingleInstance() {
     if (window_ == 0)
@@ -85,8 +87,8 @@ void SingleInstance::handle(const xcb_generic_event_t& event) {
     const auto type = event.response_type & ~sentByAClient;
     if (type == XCB_SELECTION_CLEAR) {
         const auto& cleared = reinterpret_cast<const xcb_selection_clear_event_t&>(event);
-        if (cleared.owner == window_ && commanded_)
-            commanded_(InstanceCommand::quit);
+        if (cleared.owner == window_)
+            pass(InstanceCommand::quit);
         return;
     }
     if (type != XCB_CLIENT_MESSAGE)
@@ -96,8 +98,15 @@ void SingleInstance::handle(const xcb_generic_event_t& event) {
         message.type != connection_.atom(Atom::instanceCommand))
         return;
     const auto command = static_cast<InstanceCommand>(message.data.data32[0]);
-    if ((command == InstanceCommand::open || command == InstanceCommand::quit) && commanded_)
-        commanded_(command);
+    if (command == InstanceCommand::open || command == InstanceCommand::quit)
+        pass(command);
+}
+
+void SingleInstance::pass(InstanceCommand command) {
+    loop_.post([weak = std::weak_ptr(self_), command] {
+        if (const auto self = weak.lock(); self && (*self)->commanded_)
+            (*self)->commanded_(command);
+    });
 }
 
 } // namespace orrivane::x11

@@ -1,5 +1,6 @@
 #include "support/ShellStage.h"
 
+#include <linux/qt/QtMainLoop.h>
 #include <linux/qt/QtMainWindow.h>
 #include <linux/qt/QtPopover.h>
 #include <linux/qt/QtStatusBar.h>
@@ -79,7 +80,8 @@ struct TrayWorld : ShellWorld<false> {
 template <bool managed>
 struct PopoverWorld : ShellWorld<managed> {
     std::unique_ptr<x11::Connection> connection = this->stage.connect();
-    x11::PressWatcher presses{*connection};
+    QtMainLoop loop;
+    x11::PressWatcher presses{*connection, loop};
     QSocketNotifier readable{connection->descriptor(), QSocketNotifier::Read};
     QtStatusItem inBar{nullptr};
     QtPopover body{[this](auto pressed) { return presses.watch(std::move(pressed)); }};

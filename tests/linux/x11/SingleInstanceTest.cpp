@@ -26,8 +26,8 @@ class SingleInstanceTest : public Desk {
 };
 
 TEST_F(SingleInstanceTest, theSecondFindsTheFirstAndTellsIt) {
-    SingleInstance first(open());
-    SingleInstance second(*elsewhere);
+    SingleInstance first(open(), loop);
+    SingleInstance second(*elsewhere, loop);
     EXPECT_EQ(second.runningElsewhere(), std::nullopt);
     EXPECT_TRUE(first.claim(heard()));
     EXPECT_EQ(first.runningElsewhere(), std::nullopt);
@@ -40,31 +40,59 @@ TEST_F(SingleInstanceTest, theSecondFindsTheFirstAndTellsIt) {
               (std::vector<InstanceCommand>{InstanceCommand::open, InstanceCommand::quit}));
 }
 
+TEST_F(SingleInstanceTest, commandsWaitForTheLoop) {
+    std::optional<SingleInstance> first(std::in_place, open(), loop);
+    ASSERT_TRUE(first->claim(heard()));
+    SingleInstance second(*elsewhere, loop);
+    ASSERT_TRUE(second.tell(InstanceCommand::open));
+    settle();
+    open().drain();
+    EXPECT_TRUE(commands.empty()) << "a read is no moment to obey";
+    loop.runUntilIdle();
+    EXPECT_EQ(commands, std::vector<InstanceCommand>{InstanceCommand::open});
+    ASSERT_TRUE(second.tell(InstanceCommand::open));
+    settle();
+    open().drain();
+    first.reset();
+    loop.runUntilIdle();
+    EXPECT_EQ(commands.size(), 1U) << "nobody is left to obey";
+}
+
+TEST_F(SingleInstanceTest, whoLosesItsPlaceIsToldToEnd) {
+    SingleInstance first(open(), loop);
+    ASSERT_TRUE(first.claim(heard()));
+    const auto thief = app.create({});
+    xcb_set_selection_owner(app.raw(), thief, app.atom("_ORRIVANE_S0"), XCB_CURRENT_TIME);
+    app.sync();
+    ASSERT_TRUE(hears(1));
+    EXPECT_EQ(commands, std::vector<InstanceCommand>{InstanceCommand::quit});
+}
+
 TEST_F(SingleInstanceTest, afterTheFirstsEndAnotherTakesItsPlace) {
-    std::optional<SingleInstance> first(std::in_place, *elsewhere);
+    std::optional<SingleInstance> first(std::in_place, *elsewhere, loop);
     ASSERT_TRUE(first->claim({}));
     first.reset();
-    SingleInstance second(open());
+    SingleInstance second(open(), loop);
     EXPECT_FALSE(second.tell(InstanceCommand::open));
     EXPECT_TRUE(second.claim({}));
 }
 
 TEST_F(SingleInstanceTest, afterACrashOfTheFirstAnotherTakesItsPlace) {
-    SingleInstance first(*elsewhere);
+    SingleInstance first(*elsewhere, loop);
     ASSERT_TRUE(first.claim({}));
     const Owned<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
         app.raw(), xcb_get_selection_owner(app.raw(), app.atom("_ORRIVANE_S0")), nullptr));
     ASSERT_TRUE(owner && owner->owner != XCB_NONE);
     xcb_kill_client(app.raw(), owner->owner);
     app.sync();
-    SingleInstance second(open());
+    SingleInstance second(open(), loop);
     EXPECT_TRUE(eventually([&] { return second.claim({}); }));
 }
 
 TEST_F(SingleInstanceTest, messagesThatAreNoCommandsAreNotHeard) {
-    SingleInstance first(open());
+    SingleInstance first(open(), loop);
     ASSERT_TRUE(first.claim(heard()));
-    SingleInstance second(*elsewhere);
+    SingleInstance second(*elsewhere, loop);
     EXPECT_TRUE(second.tell(static_cast<InstanceCommand>(77)));
     EXPECT_TRUE(second.tell(InstanceCommand::open));
     ASSERT_TRUE(hears(1));
@@ -72,7 +100,7 @@ TEST_F(SingleInstanceTest, messagesThatAreNoCommandsAreNotHeard) {
 }
 
 TEST_F(SingleInstanceTest, aStoppedServerMeansNoClaim) {
-    SingleInstance first(open());
+    SingleInstance first(open(), loop);
     app.grab();
     EXPECT_FALSE(first.claim(heard()));
     EXPECT_FALSE(first.tell(InstanceCommand::open));
