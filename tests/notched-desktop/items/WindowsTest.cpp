@@ -2,7 +2,6 @@
 #include "ItemsStage.h"
 #include "TestWindow.h"
 
-#include <cstdlib>
 #include <sstream>
 
 namespace orrivane::e2e {
@@ -115,22 +114,25 @@ TEST_F(Windows, areMovedByTheirTitle) {
     const PixelPoint grip{window.area.x + 300, window.area.y + 12};
     observer_.movePointer(grip);
     observer_.button(1, true);
-    const auto movedBy = [&](int least) {
+    const auto hasMoved = [&] {
         const auto now = observer_.window(window.id);
-        return now && std::abs(now->area.x - window.area.x) >= least &&
-               std::abs(now->area.y - window.area.y) >= least;
+        return now && now->area != window.area;
+    };
+    const auto isFarDownRight = [&] {
+        const auto now = observer_.window(window.id);
+        return now && now->area.x >= window.area.x + 90 && now->area.y >= window.area.y + 90;
     };
     // The window manager moves it from where the pointer is when it takes over.
     int step = 0;
     EXPECT_TRUE(waitFor("the window manager has taken over", [&] {
         step = step == 10 ? 20 : 10;
         observer_.movePointer({grip.x + step, grip.y + step});
-        return movedBy(1);
+        return hasMoved();
     }));
     observer_.movePointer({grip.x + 120, grip.y + 120});
-    EXPECT_TRUE(waitFor("it follows the pointer", [&] { return movedBy(90); }));
+    EXPECT_TRUE(waitFor("it follows the pointer", isFarDownRight));
     observer_.button(1, false);
-    EXPECT_TRUE(movedBy(90));
+    EXPECT_TRUE(isFarDownRight());
 }
 
 TEST_F(Windows, theActiveOneChangesWithAClick) {
