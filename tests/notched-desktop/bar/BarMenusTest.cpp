@@ -50,7 +50,7 @@ class BarMenusTest : public testing::Test {
     // Where the selected entry begins, pixels from the top of the screen; absent without one. A
     // menu is mapped before it has the keyboard and painted after it.
     std::optional<int> selection() {
-        constexpr std::uint32_t accent = 0xff2f6fed;
+        constexpr std::uint32_t accent = 0xff2f6fed; // of the light theme
         const auto menus = openMenus();
         if (menus.size() != 1)
             return std::nullopt;
@@ -64,8 +64,8 @@ class BarMenusTest : public testing::Test {
 
     void openFirstMenu() {
         const Image before = observer().imageOfRoot();
-        const auto titles = stage->titles().area;
-        observer().click({titles.x + 20, titles.centre().y});
+        const auto place = stage->titles().area;
+        observer().click({place.x + 20, place.centre().y});
         ASSERT_TRUE(waitFor("a menu is painted", [&] {
             const auto menus = openMenus();
             return menus.size() == 1 &&
